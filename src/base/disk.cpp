@@ -1,0 +1,160 @@
+#include "base/disk.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <system_error>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace base {
+namespace {
+
+namespace fs = std::filesystem;
+
+Failure LastError() {
+    return {std::strerror(errno)};
+}
+
+Status Check(const std::error_code& error) {
+    if (error) return Failure{error.message()};
+    return {};
+}
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+File Open(const fs::path& path, const char* mode) {
+#ifdef _WIN32
+    const std::wstring wide_mode(mode, mode + std::strlen(mode));
+    return File(_wfopen(path.c_str(), wide_mode.c_str()));
+#else
+    return File(std::fopen(path.c_str(), mode));
+#endif
+}
+
+}  // namespace
+
+bool SystemDisk::Exists(const fs::path& path) {
+    std::error_code error;
+    return fs::exists(path, error);
+}
+
+Result<std::string> SystemDisk::Read(const fs::path& path) {
+    std::error_code error;
+    if (fs::is_directory(path, error)) return Failure{"Is a directory"};
+    const File file = Open(path, "rb");
+    if (!file) return LastError();
+    std::string text;
+    char chunk[16384];
+    while (const std::size_t got = std::fread(chunk, 1, sizeof chunk, file.get())) {
+        text.append(chunk, got);
+    }
+    if (std::ferror(file.get())) return LastError();
+    return text;
+}
+
+Status SystemDisk::Write(const fs::path& path, std::string_view text) {
+    File file = Open(path, "wb");
+    if (!file) return LastError();
+    if (std::fwrite(text.data(), 1, text.size(), file.get()) != text.size()) return LastError();
+    if (std::fclose(file.release()) != 0) return LastError();
+    return {};
+}
+
+Status SystemDisk::Flush(const fs::path& path) {
+    const File file = Open(path, "r+b");
+    if (!file) return LastError();
+#ifdef _WIN32
+    if (_commit(_fileno(file.get())) != 0) return LastError();
+#else
+    if (fsync(fileno(file.get())) != 0) return LastError();
+#endif
+    return {};
+}
+
+Status SystemDisk::FlushFolder(const fs::path& folder) {
+#ifdef _WIN32
+    (void)folder;  // Windows writes folder entries with the file.
+    return {};
+#else
+    const int handle = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY);
+    if (handle < 0) return LastError();
+    const bool flushed = fsync(handle) == 0;
+    const Status status = flushed ? Status() : Status(LastError());
+    close(handle);
+    return status;
+#endif
+}
+
+Status SystemDisk::Copy(const fs::path& from, const fs::path& to) {
+    std::error_code error;
+    fs::copy_file(from, to, fs::copy_options::overwrite_existing, error);
+    return Check(error);
+}
+
+Status SystemDisk::Rename(const fs::path& from, const fs::path& to) {
+    std::error_code error;
+    fs::rename(from, to, error);
+    return Check(error);
+}
+
+Status SystemDisk::Remove(const fs::path& path) {
+    std::error_code error;
+    fs::remove(path, error);
+    return Check(error);
+}
+
+Status SystemDisk::MakeFolders(const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    return Check(error);
+}
+
+std::string PathText(const fs::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+fs::path Suffixed(const fs::path& path, std::string_view suffix) {
+    fs::path longer = path;
+    longer += suffix;
+    return longer;
+}
+
+Status WriteAtomically(Disk& disk, const fs::path& path, std::string_view text) {
+    const auto fail = [&](const char* what, const Status& reason) {
+        return Failure{std::string(what) + PathText(path) + " (" + reason.Message() + ")"};
+    };
+    const fs::path temporary = Suffixed(path, ".tmp");
+    if (const Status written = disk.Write(temporary, text); !written) {
+        return fail("cannot write ", written);
+    }
+    if (const Status flushed = disk.Flush(temporary); !flushed) {
+        return fail("cannot finish writing ", flushed);
+    }
+    if (disk.Exists(path)) {
+        const fs::path backup = Suffixed(path, ".bak");
+        // A backup that cannot be made is no reason to refuse the save: the move below is whole.
+        if (disk.Copy(path, backup)) (void)disk.Flush(backup);
+    }
+    Status moved = disk.Rename(temporary, path);
+    if (!moved) {
+        // Some file systems refuse to move over an existing file; the backup holds its contents.
+        if (disk.Exists(Suffixed(path, ".bak"))) (void)disk.Remove(path);
+        moved = disk.Rename(temporary, path);
+    }
+    if (!moved) return fail("cannot replace ", moved);
+    (void)disk.FlushFolder(path.parent_path());
+    return {};
+}
+
+}  // namespace base

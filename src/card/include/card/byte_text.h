@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace kp {
+
+// "$1F"
+std::string HexByte(std::uint8_t byte);
+
+// A byte in verdicts: "$48 ('H')", or "$1F" alone when it is not printable ASCII (32 to 126).
+std::string VerdictByte(std::uint8_t byte);
+
+// A byte in trace notes: "$48 'H'", or "$1F".
+std::string NoteByte(std::uint8_t byte);
+
+}  // namespace kp

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+
+#include "cells/grid_size.h"
+
+namespace zo::ui {
+
+enum class Key : std::uint8_t {
+    None,
+    Escape,
+    Enter,
+    Tab,
+    Backspace,
+    Delete,
+    Insert,
+    Home,
+    End,
+    PageUp,
+    PageDown,
+    Left,
+    Right,
+    Up,
+    Down,
+    F1,
+    F2,
+    F3,
+    F4,
+    F5,
+    F6,
+    F7,
+    F8,
+    F9,
+    F10,
+    F11,
+    F12,
+    Character,  // the letter, digit or sign in KeyPress::character, lower case
+};
+
+struct Modifiers {
+    bool shift = false;
+    bool control = false;
+    bool alt = false;
+    bool operator==(const Modifiers&) const = default;
+};
+
+// A key went down, or repeats. Text arrives apart from it, as TextInput.
+struct KeyPress {
+    Key key = Key::None;
+    char32_t character = 0;
+    Modifiers with;
+    bool repeat = false;
+    bool operator==(const KeyPress&) const = default;
+
+    bool Is(Key k) const { return key == k && with == Modifiers{}; }
+    bool IsControl(char32_t c) const {
+        return key == Key::Character && character == c && with == Modifiers{.control = true};
+    }
+    bool IsAlt(char32_t c) const {
+        return key == Key::Character && character == c && with == Modifiers{.alt = true};
+    }
+};
+
+struct TextInput {
+    std::string text;  // UTF-8
+};
+
+enum class PointerAction : std::uint8_t { Move, Press, Release, Wheel };
+
+struct PointerInput {
+    PointerAction action = PointerAction::Move;
+    int x = 0;  // pixels of the window's client area
+    int y = 0;
+    int button = 0;  // 1 left, 2 middle, 3 right
+    int clicks = 1;  // of a press: 1, 2 or 3 in a row
+    int wheel = 0;   // steps, up positive
+    Modifiers with;
+};
+
+struct WindowResized {
+    PixelSize size;
+};
+struct WindowExposed {};  // the picture must be presented again
+struct FocusChanged {
+    bool active = false;
+};
+struct CloseRequested {};
+
+using InputEvent = std::variant<KeyPress, TextInput, PointerInput, WindowResized, WindowExposed,
+                                FocusChanged, CloseRequested>;
+
+// A key's name as the key bar writes it: "F5", "Ctrl+S", "Alt+X", "PgUp".
+std::string KeyName(const KeyPress& key);
+
+}  // namespace zo::ui

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "content/store.h"
+#include "session/verify.h"
+#include "ticket/ticket.h"
+
+namespace kp {
+
+// A ticket whose reference has proven it solvable.
+struct LoadedTicket {
+    Ticket ticket;
+    std::string reference_text;
+    Reference reference;
+};
+
+struct Shift {
+    std::int32_t number = 1;
+    std::string title;
+    std::string subtitle;
+    std::string intro;
+    std::string outro;
+    std::vector<LoadedTicket> tickets;
+};
+
+struct BinderPage {
+    std::string id;
+    std::string title;
+    std::string section;
+    std::vector<std::string> body;  // one item per line of the page
+};
+
+struct MailMessage {
+    std::string id;
+    std::string from;
+    std::string subject;
+    std::string after;
+    std::vector<std::string> body;
+};
+
+// Everything that was loaded, and a line for each problem on the way. A ticket with a problem is
+// left out. Read-only after loading.
+struct Content {
+    std::string title;
+    std::vector<Shift> shifts;
+    std::vector<BinderPage> pages;
+    std::vector<MailMessage> mail;
+    std::vector<std::string> problems;
+
+    // Null when there is no such ticket or page.
+    const LoadedTicket* FindTicket(std::string_view id) const;
+    const Shift* ShiftOf(std::string_view ticket_id) const;
+    const BinderPage* FindPage(std::string_view id) const;
+    // All tickets in campaign order.
+    std::vector<const LoadedTicket*> Tickets() const;
+};
+
+// Loads the campaign and proves every reference.
+Content LoadContent(const ContentStore& store);
+
+// One ticket of a store by its id or its first four characters, proven; nothing else is loaded. The
+// failure is one line.
+base::Result<LoadedTicket> LoadOneTicket(const ContentStore& store, std::string_view name);
+
+}  // namespace kp

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/disk.h"
+#include "base/result.h"
+#include "cells/frame.h"
+#include "cells/input.h"
+
+namespace zo::platform {
+
+// A window that shows frames. It presents only what differs from the frame shown before.
+class Window {
+public:
+    virtual ~Window() = default;
+    virtual ui::PixelSize Size() const = 0;  // of the client area
+    virtual float DisplayScale() const = 0;  // 1 at 96 dots per inch
+    virtual bool IsFullScreen() const = 0;
+    virtual void SetFullScreen(bool on) = 0;
+    virtual void Show(const ui::Frame& frame) = 0;
+    // The next input event. Waits until one comes or the seconds have passed: 0 does not wait, a
+    // negative number waits for ever.
+    virtual std::optional<ui::InputEvent> NextEvent(double timeout_seconds) = 0;
+    virtual std::string ClipboardText() = 0;
+    virtual void SetClipboardText(const std::string& text) = 0;
+};
+
+// Time. In automation it is virtual: nothing sleeps, and a frame is a sixtieth of a second.
+class Clock {
+public:
+    virtual ~Clock() = default;
+    virtual double Seconds() = 0;                 // from an arbitrary start, never backward
+    virtual std::uint64_t CalendarSeconds() = 0;  // since 1 January 1970
+};
+
+struct WindowOptions {
+    std::string title;
+    ui::PixelSize size;
+    bool full_screen = false;
+};
+
+// The system as the program sees it. main() hands in the one that joins the leaf rooms.
+class System {
+public:
+    virtual ~System() = default;
+    // The failure is a sentence, such as that there is no display.
+    virtual base::Result<std::unique_ptr<Window>> OpenWindow(const WindowOptions& options) = 0;
+    virtual Clock& SystemClock() = 0;
+    virtual base::Disk& SystemDisk() = 0;
+    virtual std::filesystem::path DataFolder() = 0;       // per user; made when it is missing
+    virtual std::filesystem::path TemporaryFolder() = 0;  // the system's
+    virtual std::optional<std::string> Environment(const char* name) = 0;
+    virtual bool HasNineWideFace() = 0;
+    virtual std::vector<std::string> FontFamilies() = 0;
+    // Writes the frame as a PNG of exactly this many pixels.
+    virtual base::Status WritePicture(const ui::Frame& frame, ui::PixelSize size,
+                                      const std::filesystem::path& path) = 0;
+};
+
+// Pixels as 0x00RRGGBB, row by row.
+struct PixelBuffer {
+    ui::PixelSize size;
+    std::vector<std::uint32_t> pixels;
+};
+
+struct PixelRect {
+    int x = 0, y = 0, width = 0, height = 0;
+    bool operator==(const PixelRect&) const = default;
+};
+
+// Turns frames into pixels: implemented by the renderer, called by a window.
+class Painter {
+public:
+    virtual ~Painter() = default;
+    // Brings the buffer up to date with the frame and returns the rectangles that changed; none
+    // when the frame equals the last one. A buffer of another size than the last is painted whole.
+    virtual const std::vector<PixelRect>& Paint(const ui::Frame& frame, PixelBuffer& buffer) = 0;
+};
+
+}  // namespace zo::platform

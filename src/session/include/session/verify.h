@@ -1,0 +1,56 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/result.h"
+#include "card/assembler.h"
+#include "session/session.h"
+#include "ticket/ticket.h"
+
+namespace kp {
+
+struct TestResult {
+    Verdict verdict;
+    Tick output_ticks = 0;  // the tick after the test's last output
+};
+
+// A whole deck's results and the two scores.
+struct VerifyResult {
+    std::vector<TestResult> tests;  // empty when the firmware does not assemble
+    int total = 0;                  // tests of the deck
+    int passed = 0;
+    int lines = 0;
+    Tick ticks = 0;       // the passing tests' output ticks, summed
+    std::string message;  // the summary
+
+    bool AllPassed() const { return total > 0 && passed == total; }
+};
+
+// A reference's outputs, one a test, and its scores, which are the ticket's par.
+struct Reference {
+    std::vector<ExpectedOutput> outputs;
+    int lines = 0;
+    Tick ticks = 0;
+};
+
+// Runs the reference over every test in recording mode. The failure is one line without the
+// ticket's id, such as "reference line 3: ..." or "test 2 produces no output".
+base::Result<Reference> ProveReference(const Ticket& ticket, std::string_view firmware,
+                                       Session& session);
+
+// Begins a session on one test, far end included. Fails only when the ticket has no such far end.
+base::Status BeginTest(Session& session, const Ticket& ticket, std::size_t test,
+                       const Program& program, const ExpectedOutput* expected);
+
+// Runs every test of the deck, also after one has failed.
+VerifyResult Verify(const Ticket& ticket, const Reference& reference, const Assembly& firmware,
+                    Session& session);
+
+// The summary's pieces: "Line 3: ..." of a firmware with errors, and "Test 2 of 6: ...".
+std::string FirstErrorText(const Assembly& firmware);
+std::string TestFailureText(std::size_t test, std::size_t total, const Verdict& verdict);
+
+}  // namespace kp

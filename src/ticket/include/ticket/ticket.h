@@ -1,0 +1,99 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/result.h"
+#include "card/config.h"
+#include "json/value.h"
+#include "ticket/bytes.h"
+#include "ticket/frame.h"
+
+namespace kp {
+
+// Far ends by type, in the order of kPeerTypeNames.
+enum class PeerType : std::uint8_t {
+    None,
+    Script,
+    Sender,
+    Responder,
+    Acker,
+    Flow,
+    XmodemRx,
+    XmodemTx,
+};
+inline constexpr std::array<std::string_view, 8> kPeerTypeNames = {
+    "none", "script", "sender", "responder", "acker", "flow", "xmodem-rx", "xmodem-tx"};
+constexpr std::string_view PeerTypeName(PeerType type) {
+    return kPeerTypeNames[static_cast<std::size_t>(type)];
+}
+
+// A message that the host hands the card, from tick `at` on.
+struct HostMessage {
+    Tick at = 0;
+    Bytes bytes;
+};
+
+// Bytes that arrive on the line: the first on tick `at`, the others `gap` ticks apart.
+struct LineEntry {
+    Tick at = 0;
+    Tick gap = 1;  // at least 1
+    std::string label;
+    std::int32_t reply_within = 0;  // ticks, 0 for none
+    Bytes bytes;
+};
+
+// A canned answer: what the far end waits for and what it then sends.
+struct Reply {
+    Bytes after;
+    Bytes send;
+    std::int32_t delay = 2;  // ticks
+    std::string label;
+};
+
+// One expanded test: inputs only, all bytes drawn.
+struct Test {
+    std::string name;
+    std::uint64_t seed = 0;
+    json::Value peer;  // far-end settings of this test; null when it has none
+    std::vector<HostMessage> host;
+    std::vector<LineEntry> rx;
+    std::vector<Bytes> frames;
+    std::vector<Reply> replies;
+};
+
+struct Ticket {
+    std::string id;
+    std::string title;
+    std::string client;
+    std::string brief;
+    std::int32_t shift = 1;
+    std::int32_t order = 1;
+    std::int32_t difficulty = 1;  // 1 to 5
+    bool optional = false;
+    std::vector<std::string> text;  // paragraphs
+    std::vector<std::string> hints;
+    std::vector<std::string> binder;  // page ids
+    std::string note;
+    std::string starter;
+    Tick settle = 30;       // ticks, at least 1
+    Tick max_ticks = 6000;  // 100 to 200000
+    CardConfig machine;
+    std::optional<FrameFormat> frame;
+    PeerType peer_type = PeerType::None;
+    json::Value peer;  // far-end settings of the ticket; null when it has none
+    std::vector<Test> tests;
+};
+
+// Reads a ticket file's value and expands its tests. The failure is one line without the ticket's
+// id.
+base::Result<Ticket> ParseTicket(const json::Value& value);
+
+// A text list: one string, or an array whose other items become empty strings.
+std::vector<std::string> ReadTextList(const json::Value& value);
+
+}  // namespace kp
