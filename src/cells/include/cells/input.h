@@ -50,7 +50,7 @@ struct Modifiers {
 struct KeyPress {
     Key key = Key::None;
     char32_t character = 0;
-    Modifiers with;
+    Modifiers with = {};
     bool repeat = false;
     bool operator==(const KeyPress&) const = default;
 
@@ -76,7 +76,7 @@ struct PointerInput {
     int button = 0;  // 1 left, 2 middle, 3 right
     int clicks = 1;  // of a press: 1, 2 or 3 in a row
     int wheel = 0;   // steps, up positive
-    Modifiers with;
+    Modifiers with = {};
 };
 
 struct WindowResized {
