@@ -1,5 +1,6 @@
 #include "base/disk.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -48,9 +49,26 @@ bool SystemDisk::Exists(const fs::path& path) {
     return fs::exists(path, error);
 }
 
-Result<std::string> SystemDisk::Read(const fs::path& path) {
+bool SystemDisk::IsFolder(const fs::path& path) {
     std::error_code error;
-    if (fs::is_directory(path, error)) return Failure{"Is a directory"};
+    return fs::is_directory(path, error);
+}
+
+Result<std::vector<fs::path>> SystemDisk::FilesUnder(const fs::path& folder) {
+    std::error_code error;
+    std::vector<fs::path> files;
+    for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code unknown;  // of an entry that is gone by now, which is no file
+        if (entry->is_regular_file(unknown)) files.push_back(entry->path());
+    }
+    if (error) return Failure{error.message()};
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+Result<std::string> SystemDisk::Read(const fs::path& path) {
+    if (IsFolder(path)) return Failure{"Is a directory"};
     const File file = Open(path, "rb");
     if (!file) return LastError();
     std::string text;

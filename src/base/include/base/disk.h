@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/result.h"
 
@@ -15,6 +16,10 @@ class Disk {
 public:
     virtual ~Disk() = default;
     virtual bool Exists(const std::filesystem::path& path) = 0;
+    virtual bool IsFolder(const std::filesystem::path& path) = 0;
+    // Every file beneath a folder, at any depth, in the order of their paths.
+    virtual Result<std::vector<std::filesystem::path>> FilesUnder(
+        const std::filesystem::path& folder) = 0;
     virtual Result<std::string> Read(const std::filesystem::path& path) = 0;
     // Creates or truncates the file. Nothing is promised to be on the disk before Flush.
     virtual Status Write(const std::filesystem::path& path, std::string_view text) = 0;
@@ -33,6 +38,9 @@ public:
 class SystemDisk final : public Disk {
 public:
     bool Exists(const std::filesystem::path& path) override;
+    bool IsFolder(const std::filesystem::path& path) override;
+    Result<std::vector<std::filesystem::path>> FilesUnder(
+        const std::filesystem::path& folder) override;
     Result<std::string> Read(const std::filesystem::path& path) override;
     Status Write(const std::filesystem::path& path, std::string_view text) override;
     Status Flush(const std::filesystem::path& path) override;
