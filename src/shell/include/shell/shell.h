@@ -1,0 +1,174 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "content/content.h"
+#include "outside/outside.h"
+#include "save/progress.h"
+#include "save/unlocking.h"
+#include "shell/places.h"
+#include "shell/screen.h"
+
+namespace Kest {
+
+// What the shell stands on. Everything outlives it.
+struct ShellParts {
+    const kp::Content& content;
+    zo::platform::Clock& clock;
+    base::Disk& disk;
+    zo::platform::Window* window = nullptr;  // null when a picture is all that is wanted
+    std::filesystem::path data_folder;
+    // False in automation: progress is never written.
+    bool persistent = true;
+    // The number of tickets to treat as closed in this run, -1 to keep the player's progress. With
+    // it progress is never written either: the player's own must not be lost over it.
+    int closed_override = -1;
+    Places places = {};
+};
+
+// How the cells look: the look, its colouring and the size of the text.
+struct Appearance {
+    zo::ui::Look look = zo::ui::Look::Classic;
+    int theme = 0;
+    bool large = true;
+    bool nine_wide_face = true;
+    bool operator==(const Appearance&) const = default;
+};
+
+enum class Alert : bool { No, Yes };
+
+struct Question {
+    std::string title;
+    std::string message;
+    std::string yes;
+    std::string no = "Cancel";
+    std::function<void(bool yes)> answered;
+    bool suggest_no = false;  // something would be lost: focus starts on the second button
+};
+
+// Owns everything that lives as long as the window: the screens, the progress, the status message.
+// The frame loop tells it what happened and asks it for frames; screens ask it for everything that
+// lies outside them.
+class Shell {
+public:
+    explicit Shell(ShellParts parts);
+    ~Shell();
+    Shell(const Shell&) = delete;
+    Shell& operator=(const Shell&) = delete;
+
+    // The frame loop's side.
+
+    void SetWindow(zo::ui::PixelSize size, float display_scale);
+    void SetAppearance(const Appearance& appearance);
+    void Handle(const zo::ui::InputEvent& event);
+    // Commits a pending switch and lets the screens move on. Before each frame.
+    void Advance();
+    // Whether the picture may differ from the one drawn last.
+    bool NeedsDraw() const { return redraw_; }
+    const zo::ui::Frame& Draw();
+    // Seconds until the next frame that is due by itself; negative when none is.
+    double SecondsToNextFrame() const;
+    bool Done() const { return done_; }
+    // The window is going away. Work is saved; when that fails the player is asked first, unless
+    // this comes a second time.
+    void Quit();
+    // Keeps the caret from blinking, so that every picture shows it.
+    void HoldCaret() { hold_caret_ = true; }
+
+    // What screens may ask for.
+
+    // Goes to a place: a switch, or an overlay. Nothing happens when the place does not exist.
+    void Open(Place place, std::string_view about = {});
+    bool Offers(Place place) const;
+    // Takes effect before the next frame. The overlays go too.
+    void SwitchTo(std::unique_ptr<Screen> screen);
+    void Push(std::unique_ptr<Screen> overlay);
+    // Takes the topmost overlay away. It may be the caller: it lives until the next frame.
+    void CloseOverlay();
+    Screen* Top() const;
+    Screen* Current() const { return current_.get(); }
+
+    // Shows for 3.2 seconds and replaces the message before it.
+    void SetStatus(std::string message, Alert alert = Alert::No);
+    void Ask(Question question);
+    // One button, "OK"; the action runs however the notice is closed.
+    void Notice(std::string title, std::string message, std::function<void()> action = {});
+    void RequestRedraw() { redraw_ = true; }
+
+    const kp::Content& Content() const { return parts_.content; }
+    Kest::Progress& Progress() { return progress_; }
+    const Kest::Progress& Progress() const { return progress_; }
+    Kest::Unlocking Unlocking() const { return {parts_.content, progress_}; }
+    bool IsPersistent() const { return parts_.persistent; }
+
+    double Now() const { return now_; }  // the frame clock, in seconds
+    std::uint64_t CalendarSeconds() { return parts_.clock.CalendarSeconds(); }
+    const zo::ui::Grid& Grid() const { return frame_.grid; }
+
+    // Writes progress.json where that is allowed. A failure is shown, and kept until a save works.
+    void SaveProgress();
+    // What the last save of the progress said when it failed; else empty.
+    const std::string& SaveFailure() const { return save_failure_; }
+    std::optional<std::string> LoadFirmware(std::string_view ticket_id, int slot);
+    base::Status SaveFirmware(std::string_view ticket_id, int slot, std::string_view text);
+
+    std::string ClipboardText();
+    void SetClipboardText(const std::string& text);
+    void ToggleFullScreen();
+
+private:
+    struct Message {
+        std::string text;
+        bool alert = false;
+        double until = 0;  // on the frame clock
+    };
+
+    void CommitSwitch();
+    void HandleKey(const zo::ui::KeyPress& key);
+    void HandleText(const std::string& utf8);
+    void HandlePointer(const zo::ui::PointerInput& pointer);
+    void PressKey(const zo::ui::KeyPress& key);
+    zo::ui::Point CellAt(int x, int y) const;
+    void RebuildGrid();
+    void StackChanged();
+    void DrawScreens(zo::ui::Canvas& canvas);
+    void DescribeFrame();
+    void DrawBars(zo::ui::Canvas& canvas);
+    void BlinkCaret();
+    base::Status SaveWork();
+
+    ShellParts parts_;
+    Kest::Progress progress_;
+    std::string save_failure_;
+    std::string clipboard_;  // where there is no window
+
+    std::unique_ptr<Screen> current_;
+    std::unique_ptr<Screen> pending_;
+    std::vector<std::unique_ptr<Screen>> overlays_;  // bottom first
+    std::vector<std::unique_ptr<Screen>> closed_;    // until the next frame
+    bool done_ = false;
+    bool quitting_ = false;  // the player was asked about work that could not be saved
+
+    Message message_;
+    FrameRecord record_;
+    zo::ui::Pressables pressables_;
+    bool pressables_stale_ = true;  // the screens changed since the list was filled
+    bool drop_text_ = false;        // the last key was used, so its text is not for anyone
+
+    zo::ui::GridRequest request_;
+    Appearance appearance_;
+    zo::ui::Frame frame_;
+    double now_ = 0;
+    double caret_since_ = 0;  // when the caret's blinking was started anew
+    bool caret_blinks_ = false;
+    bool hold_caret_ = false;
+    bool redraw_ = true;
+};
+
+}  // namespace Kest
