@@ -1,0 +1,155 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "outside/outside.h"
+
+// A small system to run the program in: a disk in memory, a clock that moves when it is told to,
+// and a window that keeps its frames and is fed events.
+namespace fake {
+
+namespace fs = std::filesystem;
+
+class Disk final : public base::Disk {
+public:
+    std::map<fs::path, std::string> files;
+    std::string full;  // when set, every write fails with this reason
+
+    bool Exists(const fs::path& path) override { return files.contains(path) || IsFolder(path); }
+    bool IsFolder(const fs::path& path) override { return !Beneath(path).empty(); }
+    base::Result<std::vector<fs::path>> FilesUnder(const fs::path& folder) override {
+        return Beneath(folder);
+    }
+    base::Result<std::string> Read(const fs::path& path) override {
+        const auto found = files.find(path);
+        if (found == files.end()) return base::Failure{"No such file or directory"};
+        return found->second;
+    }
+    base::Status Write(const fs::path& path, std::string_view text) override {
+        if (!full.empty()) return base::Failure{full};
+        files[path] = text;
+        return {};
+    }
+    base::Status Flush(const fs::path&) override { return {}; }
+    base::Status FlushFolder(const fs::path&) override { return {}; }
+    base::Status Copy(const fs::path& from, const fs::path& to) override {
+        const base::Result<std::string> text = Read(from);
+        if (!text) return base::Failure{text.Message()};
+        return Write(to, *text);
+    }
+    base::Status Rename(const fs::path& from, const fs::path& to) override {
+        const base::Result<std::string> text = Read(from);
+        if (!text) return base::Failure{text.Message()};
+        files[to] = *text;
+        files.erase(from);
+        return {};
+    }
+    base::Status Remove(const fs::path& path) override {
+        files.erase(path);
+        return {};
+    }
+    base::Status MakeFolders(const fs::path&) override { return {}; }
+
+private:
+    std::vector<fs::path> Beneath(const fs::path& folder) const {
+        std::vector<fs::path> found;
+        const std::string start = (folder / "").string();
+        for (const auto& [path, text] : files) {
+            if (path.string().starts_with(start)) found.push_back(path);
+        }
+        return found;
+    }
+};
+
+class Clock final : public zo::platform::Clock {
+public:
+    double seconds = 0;
+    std::uint64_t calendar_seconds = 0;
+
+    double Seconds() override { return seconds; }
+    std::uint64_t CalendarSeconds() override { return calendar_seconds; }
+};
+
+// What a window saw and is about to see. It stays when the window is closed.
+struct Screen {
+    zo::ui::PixelSize size = {640, 400};
+    std::deque<zo::ui::InputEvent> events;
+    std::vector<zo::ui::Frame> frames;
+    std::string clipboard;
+    bool full_screen = false;
+};
+
+// When its events have run out it lets a wait pass on the clock, and a wait without an end closes
+// the program.
+class Window final : public zo::platform::Window {
+public:
+    Window(Screen& screen, Clock& clock) : screen_(screen), clock_(clock) {}
+
+    zo::ui::PixelSize Size() const override { return screen_.size; }
+    float DisplayScale() const override { return 1; }
+    bool IsFullScreen() const override { return screen_.full_screen; }
+    void SetFullScreen(bool on) override { screen_.full_screen = on; }
+    void Show(const zo::ui::Frame& frame) override { screen_.frames.push_back(frame); }
+    std::optional<zo::ui::InputEvent> NextEvent(double timeout_seconds) override {
+        if (!screen_.events.empty()) {
+            zo::ui::InputEvent event = std::move(screen_.events.front());
+            screen_.events.pop_front();
+            return event;
+        }
+        if (timeout_seconds < 0) return zo::ui::CloseRequested{};
+        clock_.seconds += timeout_seconds;
+        return std::nullopt;
+    }
+    std::string ClipboardText() override { return screen_.clipboard; }
+    void SetClipboardText(const std::string& text) override { screen_.clipboard = text; }
+
+private:
+    Screen& screen_;
+    Clock& clock_;
+};
+
+struct Picture {
+    zo::ui::Frame frame;
+    zo::ui::PixelSize size;
+};
+
+class System final : public zo::platform::System {
+public:
+    Disk disk;
+    Clock clock;
+    Screen screen;
+    std::string no_window;  // when set, a window cannot be opened for this reason
+    std::map<std::string, std::string> environment;
+    std::map<fs::path, Picture> pictures;
+
+    base::Result<std::unique_ptr<zo::platform::Window>> OpenWindow(
+        const zo::platform::WindowOptions& options) override {
+        if (!no_window.empty()) return base::Failure{no_window};
+        screen.size = options.size;
+        screen.full_screen = options.full_screen;
+        return std::unique_ptr<zo::platform::Window>(std::make_unique<Window>(screen, clock));
+    }
+    zo::platform::Clock& SystemClock() override { return clock; }
+    base::Disk& SystemDisk() override { return disk; }
+    fs::path DataFolder() override { return "data"; }
+    fs::path TemporaryFolder() override { return "temporary"; }
+    std::optional<std::string> Environment(const char* name) override {
+        const auto found = environment.find(name);
+        if (found == environment.end()) return std::nullopt;
+        return found->second;
+    }
+    bool HasNineWideFace() override { return true; }
+    std::vector<std::string> FontFamilies() override { return {"JetBrains Mono", "Unscii 18"}; }
+    base::Status WritePicture(const zo::ui::Frame& frame, zo::ui::PixelSize size,
+                              const fs::path& path) override {
+        pictures[path] = {frame, size};
+        return {};
+    }
+};
+
+}  // namespace fake
