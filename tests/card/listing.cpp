@@ -1,0 +1,58 @@
+#include "listing.h"
+
+namespace {
+
+std::string Text(const kp::Operand& operand) {
+    const std::string number = std::to_string(operand.value);
+    switch (operand.kind) {
+        case kp::Operand::Register:
+            return std::string(kp::kRegisterNames.at(operand.value));
+        case kp::Operand::Number:
+            return number;
+        case kp::Operand::Cell:
+            return "[" + number + "]";
+        case kp::Operand::CellByRegister:
+            return "[" + std::string(kp::kRegisterNames.at(operand.value)) + "]";
+        default:
+            return "?";
+    }
+}
+
+}  // namespace
+
+kp::CardConfig FullCard() {
+    kp::CardConfig config;
+    config.crc = config.timer = config.clock = true;
+    return config;
+}
+
+kp::CardConfig BareCard() {
+    kp::CardConfig config;
+    config.ram = 0;
+    config.registers = 0b0001;
+    config.host = false;
+    return config;
+}
+
+std::string Errors(std::string_view source, const kp::CardConfig& config) {
+    std::string text;
+    for (const kp::AssemblyError& error : kp::Assemble(source, config).errors) {
+        if (!text.empty()) text += "\n";
+        text += std::to_string(error.line) + ":" + std::to_string(error.column) + "+" +
+                std::to_string(error.length) + " " + error.message;
+    }
+    return text;
+}
+
+std::string Listing(const kp::Assembly& assembly) {
+    std::string text;
+    for (const kp::Instruction& instruction : assembly.instructions) {
+        if (!text.empty()) text += "; ";
+        text += kp::Info(instruction.op).name;
+        for (const kp::Operand& operand : instruction.operands) {
+            if (operand.kind != kp::Operand::None) text += " " + Text(operand);
+        }
+        if (instruction.target) text += " >" + std::to_string(*instruction.target);
+    }
+    return text;
+}
