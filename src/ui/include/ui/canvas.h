@@ -31,14 +31,13 @@ public:
     void Fill(const Rect& area, char32_t glyph, Role role);
     // Gives cells another role and keeps their glyphs.
     void Tint(const Rect& area, Role role);
-    void Underline(const Rect& area);
 
     // These return the column behind what they drew.
     int Text(int x, int y, std::string_view utf8, Role role, Style style = Style::Plain);
     int TextRight(int right, int y, std::string_view utf8, Role role);  // ends before `right`
     int Text(int x, int y, const Label& label, Role role, Role hot_role);
 
-    // A field of fixed width, padded with blanks. Text that does not fit ends in the more mark, and
+    // A field of one row, padded with blanks. Text that does not fit ends in the more mark, and
     // the result is false: the caller then offers the whole text elsewhere.
     bool Field(const Rect& row, std::string_view utf8, Role role);
 
@@ -66,7 +65,9 @@ public:
     };
 
 private:
-    void Mix(Rgb& colour, const Rgb& with) const;
+    Cell* CellAt(int x, int y);  // null outside the clip
+    void Paint(Cell& cell, Role role) const;
+    void Scrim();
 
     Frame& frame_;
     int theme_;

@@ -26,9 +26,9 @@ struct EditorMarks {
         int length = 0;
     };
     std::vector<Error> errors;
-    std::vector<int> breakpoints;
-    int next_line = -1;  // that runs next, -1 for none
-    std::string ghost;   // text suggested at the caret
+    std::vector<int> breakpoints;  // the editor moves them along with their lines
+    int next_line = -1;            // that runs next, -1 for none
+    std::string ghost;             // text suggested at the caret
 };
 
 // A text editor in a pane: one character a cell, one line a row. It draws text, gutter, caret and
@@ -57,7 +57,7 @@ public:
     // What the keyboard does. Keys with Alt and unknown keys with Ctrl are not used.
     bool Key(const KeyPress& key);
     bool Type(std::string_view utf8);
-    void Paste(std::string_view utf8);
+    void Paste(std::string_view utf8) { Type(utf8); }
 
     // `pane` is the framed box. The caret shows when focused.
     void Draw(Canvas& canvas, Pressables& pressables, const Rect& pane, bool focused);
@@ -65,21 +65,22 @@ public:
 private:
     enum class Goal : std::uint8_t { Forget, Keep };
 
+    bool Move(const KeyPress& key);
     bool Edit(const KeyPress& key);
     void MoveTo(TextPosition at, Goal goal = Goal::Forget);
     void MoveLines(int by);
-    void MoveColumns(int by);
-    void Replace(TextPosition from, TextPosition to, std::string_view utf8);
+    TextPosition Before(TextPosition at) const;  // the position itself at the text's start
+    TextPosition After(TextPosition at) const;   // and at its end
     void NewLine();
-    void Backspace();
-    void Delete();
-    void InsertTab();
+    // The one way in which the player changes the text.
+    void Replace(TextPosition from, TextPosition to, std::string_view utf8);
+    void MoveBreakpoints(TextPosition from, int old_end, int new_end);
 
-    void Measure(const Rect& text);
-    void DrawLine(Canvas& canvas, const Rect& row, int line, bool focused);
-    void DrawGutter(Canvas& canvas, const Rect& row, int line, bool focused);
-    void DrawCaret(Canvas& canvas, const Rect& text);
-    TextPosition PositionAt(Point at, const Rect& text) const;
+    void Follow();
+    void DrawGutter(Canvas& canvas, const Rect& row, int line);
+    void DrawLine(Canvas& canvas, const Rect& row, int line);
+    void DrawCaret(Canvas& canvas, bool focused);
+    void Press(Point at);
 
     TextBuffer buffer_;
     TextPosition caret_;
@@ -89,6 +90,7 @@ private:
     int reveal_line_ = -1;
     Scroll rows_;
     int left_ = 0;  // the first column in sight
+    Rect text_;     // where the text stands, as drawn last
     EditorMarks marks_;
     std::vector<Span> spans_;  // of the line being drawn
 };

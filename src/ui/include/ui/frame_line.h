@@ -19,11 +19,13 @@ public:
     // `gap`: the cells of frame line left between this text and the one before it. The result is
     // where the text stands; nothing when there was no room.
     std::optional<Rect> Left(std::string_view text, Role role, int gap = 1);
+    // A chip: the title with a blank on each side.
+    std::optional<Rect> LeftTitle(std::string_view title, Role role);
     std::optional<Rect> Right(std::string_view text, Role role, int gap = 1);
     int Room() const { return right_ - left_; }
 
 private:
-    bool Take(std::string_view text, int& gap, bool first, int& cells) const;
+    std::optional<Rect> TakeLeft(int cells, int gap);
 
     Canvas& canvas_;
     int y_;

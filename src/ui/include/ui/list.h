@@ -19,14 +19,18 @@ public:
     // Up, Down, Home, End, PgUp, PgDn. Stops at the edges.
     bool Key(const KeyPress& key);
     // Inside a pane whose frame is drawn already. `draw_row` gets the row without its pointer cell,
-    // and the role of the selection or `role`. A second click on a row runs `open`.
+    // and the role of the selection or `role`.
     void Draw(Canvas& canvas, Pressables& pressables, const Rect& pane, bool focused, Role role,
-              const DrawRow& draw_row, const std::function<void()>& open);
+              const DrawRow& draw_row);
+    std::function<void()> open;  // a second click on the chosen row
 
 private:
+    void Press(const PointerPress& press);
+
     int count_ = 0;
     int chosen_ = 0;
     bool reveal_ = true;  // the chosen row must come into sight with the next frame
+    Rect rows_;           // as drawn last
     Scroll scroll_;
 };
 

@@ -44,21 +44,21 @@ public:
     Pressable& Add(const Rect& area, std::string_view hint = {});
 
     bool Hovered(const Rect& area) const;
+    // The button went down inside and is still held.
+    bool Pressed(const Rect& area) const;
     // Pressed inside, and the pointer still there.
     bool Held(const Rect& area) const;
     std::string_view Hint() const;  // of the topmost entry with a hint under the pointer
 
     // The pointer. Each returns whether the picture may have changed.
     bool Move(Point to);
-    bool Leave();
     bool Press(const PointerPress& press);
     bool Release(Point at);
     bool Wheel(Point at, int steps, const Modifiers& with);
 
 private:
     template <class Wanted>
-    Pressable* Topmost(Point at, Wanted wanted);
-    const Pressable* Under(Point at) const;
+    const Pressable* Topmost(Point at, Wanted wanted) const;
 
     std::vector<Pressable> entries_;  // only grows, so that a frame reuses the texts
     std::size_t count_ = 0;
@@ -66,7 +66,7 @@ private:
     bool open_ = true;
     std::optional<Point> pointer_;
     std::optional<Point> pressed_;
-    std::function<void(Point)> dragging_;
+    std::function<void(Point)> dragging_;  // until the button is let go
 };
 
 }  // namespace zo::ui

@@ -32,12 +32,13 @@ private:
         int length;  // cells
     };
     Thumb ThumbOf(int track) const;
-    void Press(const PointerPress& press, const Rect& pane);
-    void Drag(Point at, const Rect& pane);
+    void Press(const PointerPress& press);
+    void Drag(Point at);
 
     int top_ = 0;
     int total_ = 0;
     int shown_ = 0;
+    Rect bar_;       // arrows and track, as drawn last
     int grip_ = -1;  // the cell of the thumb that is dragged, -1 when none is
 };
 

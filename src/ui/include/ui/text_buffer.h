@@ -21,7 +21,9 @@ public:
     TextBuffer() : lines_(1) {}
 
     void Set(std::string_view utf8);
-    std::string Text() const;  // lines joined by line feeds
+    std::string Text() const { return Text({}, End()); }
+    // From one position up to a later one, lines joined by line feeds.
+    std::string Text(TextPosition from, TextPosition to) const;
 
     int LineCount() const { return static_cast<int>(lines_.size()); }
     const std::u32string& Line(int line) const { return lines_[static_cast<std::size_t>(line)]; }

@@ -53,7 +53,8 @@ public:
     std::string_view FocusedHint() const;
 
 private:
-    void Move(int by);
+    char32_t HotkeyOf(int index) const;
+    void Act(int index);
 
     std::vector<Item> items_;
     int focused_ = 0;
@@ -72,12 +73,15 @@ public:
 
     void Set(std::vector<Item> items);
     int Height() const { return static_cast<int>(items_.size()) + 4; }
-    // Up and Down wrap around; Home, End, Enter, Space and the marked letters.
+    // Up and Down wrap around; Home, End, Enter and the marked letters.
     bool Key(const KeyPress& key);
     void Draw(Canvas& canvas, Pressables& pressables, Point at, std::string_view title);
     std::string_view ChosenHint() const;
 
 private:
+    void Act(int index);
+    void DrawItem(Canvas& canvas, Pressables& pressables, const Rect& row, int index);
+
     std::vector<Item> items_;
     int chosen_ = 0;
 };
@@ -91,7 +95,7 @@ struct KeyItem {
     bool enabled = true;
     bool marked = false;  // pointed out by the coach
 };
-// Items that do not fit whole are left out from the right.
+// Items that do not fit whole are left out from the right. The items and `press` outlive the frame.
 void DrawKeyBar(Canvas& canvas, Pressables& pressables, std::span<const KeyItem> items,
                 const std::function<void(const KeyPress&)>& press);
 

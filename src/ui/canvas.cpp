@@ -1,0 +1,155 @@
+#include "ui/canvas.h"
+
+#include "base/utf.h"
+
+namespace zo::ui {
+namespace {
+
+struct LineGlyphs {
+    char32_t across, down;
+    char32_t top_left, top_right, bottom_left, bottom_right;
+    char32_t join_left, join_right;  // of a single line that crosses the box
+};
+constexpr LineGlyphs kLines[] = {
+    {U'─', U'│', U'┌', U'┐', U'└', U'┘', U'├', U'┤'},  // Single
+    {U'═', U'║', U'╔', U'╗', U'╚', U'╝', U'╟', U'╢'},  // Double
+};
+constexpr int kShadowColumns = 2;
+constexpr int kShadowRows = 1;
+
+const LineGlyphs& GlyphsOf(Lines lines) {
+    return kLines[static_cast<std::size_t>(lines)];
+}
+
+std::uint8_t HalfWay(std::uint8_t a, std::uint8_t b) {
+    return static_cast<std::uint8_t>((a + b) / 2);
+}
+
+Rgb HalfWay(Rgb a, Rgb b) {
+    return {HalfWay(a.r, b.r), HalfWay(a.g, b.g), HalfWay(a.b, b.b)};
+}
+
+}  // namespace
+
+Canvas::Canvas(Frame& frame, int theme)
+    : frame_(frame), theme_(theme), clip_{0, 0, frame.grid.columns, frame.grid.rows} {}
+
+int Canvas::Columns() const {
+    return std::max(frame_.grid.columns, kLeastColumns);
+}
+
+int Canvas::Rows() const {
+    return std::max(frame_.grid.rows, kLeastRows);
+}
+
+Cell* Canvas::CellAt(int x, int y) {
+    return clip_.Contains({x, y}) ? &frame_.At(x, y) : nullptr;
+}
+
+void Canvas::Paint(Cell& cell, Role role) const {
+    const Ink colours = Colours(frame_.grid.look, theme_, role);
+    cell.role = role;
+    cell.ink = colours.ink;
+    cell.ground = colours.ground;
+}
+
+void Canvas::Put(int x, int y, char32_t glyph, Role role, Style style) {
+    Cell* cell = CellAt(x, y);
+    if (!cell) return;
+    cell->glyph = glyph;
+    cell->style = style;
+    Paint(*cell, role);
+}
+
+void Canvas::Fill(const Rect& area, char32_t glyph, Role role) {
+    const Rect seen = Intersect(area, clip_);
+    Cell cell;
+    cell.glyph = glyph;
+    Paint(cell, role);
+    for (int y = seen.y; y < seen.Bottom(); ++y) {
+        std::fill_n(&frame_.At(seen.x, y), seen.width, cell);
+    }
+}
+
+void Canvas::Tint(const Rect& area, Role role) {
+    const Rect seen = Intersect(area, clip_);
+    for (int y = seen.y; y < seen.Bottom(); ++y) {
+        for (int x = seen.x; x < seen.Right(); ++x) Paint(frame_.At(x, y), role);
+    }
+}
+
+int Canvas::Text(int x, int y, std::string_view utf8, Role role, Style style) {
+    for (std::size_t at = 0; at < utf8.size();) {
+        Put(x++, y, base::NextCodePoint(utf8, at), role, style);
+    }
+    return x;
+}
+
+int Canvas::TextRight(int right, int y, std::string_view utf8, Role role) {
+    return Text(right - static_cast<int>(base::CodePoints(utf8)), y, utf8, role);
+}
+
+int Canvas::Text(int x, int y, const Label& label, Role role, Role hot_role) {
+    x = Text(x, y, label.before, role);
+    x = Text(x, y, label.hot, hot_role, Style::Underline);
+    return Text(x, y, label.after, role);
+}
+
+bool Canvas::Field(const Rect& row, std::string_view utf8, Role role) {
+    Fill(row, U' ', role);
+    const bool fits = static_cast<int>(base::CodePoints(utf8)) <= row.width;
+    const Clip clip(*this, row);
+    Text(row.x, row.y, utf8, role);
+    if (!fits) Put(row.Right() - 1, row.y, U'»', role == Role::Panel ? Role::PanelDim : role);
+    return fits;
+}
+
+void Canvas::Box(const Rect& area, Lines lines, Role role) {
+    const LineGlyphs& g = GlyphsOf(lines);
+    const int right = area.Right() - 1;
+    const int bottom = area.Bottom() - 1;
+    Fill({area.x, area.y, area.width, 1}, g.across, role);
+    Fill({area.x, bottom, area.width, 1}, g.across, role);
+    Fill({area.x, area.y, 1, area.height}, g.down, role);
+    Fill({right, area.y, 1, area.height}, g.down, role);
+    Put(area.x, area.y, g.top_left, role);
+    Put(right, area.y, g.top_right, role);
+    Put(area.x, bottom, g.bottom_left, role);
+    Put(right, bottom, g.bottom_right, role);
+}
+
+void Canvas::Separator(const Rect& box, int y, Lines lines, Role role) {
+    const LineGlyphs& g = GlyphsOf(lines);
+    Fill({box.x, y, box.width, 1}, U'─', role);
+    Put(box.x, y, g.join_left, role);
+    Put(box.Right() - 1, y, g.join_right, role);
+}
+
+void Canvas::Shade(const Rect& overlay) {
+    if (CurrentLook() == Look::Modern) {
+        Scrim();
+        return;
+    }
+    const int below = overlay.y + kShadowRows;
+    Tint({overlay.Right(), below, kShadowColumns, overlay.height}, Role::Shadow);
+    Tint({overlay.x + kShadowColumns, overlay.Bottom(), overlay.width, kShadowRows}, Role::Shadow);
+}
+
+void Canvas::Scrim() {
+    const Rgb ground = Colours(frame_.grid.look, theme_, Role::Desktop).ground;
+    for (Cell& cell : frame_.cells) {
+        cell.ink = HalfWay(cell.ink, ground);
+        cell.ground = HalfWay(cell.ground, ground);
+    }
+}
+
+void Canvas::SetCaret(int x, int y, CaretShape shape) {
+    if (!clip_.Contains({x, y})) return;
+    frame_.caret = {shape, x, y, Colours(frame_.grid.look, theme_, Role::Caret)};
+}
+
+Canvas::Clip::Clip(Canvas& canvas, const Rect& area) : canvas_(canvas), before_(canvas.clip_) {
+    canvas.clip_ = Intersect(canvas.clip_, area);
+}
+
+}  // namespace zo::ui
