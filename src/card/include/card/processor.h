@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "card/config.h"
 #include "card/program.h"
@@ -70,6 +71,10 @@ public:
     bool RunTimer(Tick t);
     // Runs the processor for tick t: one instruction, or one tick of waiting.
     void Run(Tick t, CardPorts& ports);
+    // Runs from tick `now` as Run would, tick after tick, as long as the next instruction touches
+    // nothing outside the processor, and moves `now` to the first tick that it did not run: `until`
+    // at the latest. A fault ends it on its own tick.
+    void RunInward(Tick& now, Tick until, CardPorts& ports);
     // Stops the card for good, as a fault that its surroundings found does.
     void Stop() { state_ = CardState::Faulted; }
 
@@ -83,8 +88,14 @@ public:
     // The source line of the instruction at the program counter, 0 without one.
     std::uint16_t Line() const;
     std::uint16_t ProgramCounter() const { return pc_; }
+    // The next instruction runs at once and touches nothing outside the processor.
+    bool IsInward() const { return state_ == CardState::Running && steps_[pc_].inward; }
     // The card waits at rx or hin with a timeout target, and the timer runs or has run out.
     bool WaitCanTimeOut() const;
+
+    // The next tick on which time alone moves the card: its timer, or the end of what it waits for.
+    // The largest tick there is when neither can.
+    Tick NextAct() const;
 
     std::uint16_t RegisterValue(int number) const {
         return words_[static_cast<std::size_t>(number)];
@@ -103,6 +114,7 @@ public:
 
 private:
     void Advance(CardPorts& ports);
+    void JumpTo(std::uint16_t index);
     void FailWith(FaultKind kind, std::uint16_t value, CardPorts& ports);
     void Execute(const Step& step, Tick t, CardPorts& ports);
     void ExecuteMove(const Step& step, CardPorts& ports);
@@ -111,7 +123,10 @@ private:
     void ExecuteTransmit(const Step& step, Tick t, CardPorts& ports);
     void ExecuteRead(const Step& step, CardPorts& ports);
     void ExecuteHostRead(const Step& step, CardPorts& ports);
+    void ExecuteDeliver(const Step& step, CardPorts& ports);
+    void ExecuteWait(const Step& step, Tick t, CardPorts& ports);
     void ExecuteTimer(const Step& step, Tick t, CardPorts& ports);
+    void ExecuteHalt(CardPorts& ports);
     bool TakeTimeout(const Step& step, CardPorts& ports);
 
     const Program* program_ = nullptr;

@@ -51,6 +51,7 @@ enum class Code : std::uint8_t {
 struct Step {
     Code code = Code::Nop;
     bool has_target = false;   // rx and hin: a timeout target is given
+    bool inward = false;       // it touches nothing outside the processor and starts no wait
     std::uint16_t x = 0;       // word index of the first operand
     std::uint16_t y = 0;       // word index of the second
     std::uint16_t target = 0;  // an index below the program's size
