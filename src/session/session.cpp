@@ -1,0 +1,211 @@
+#include "session/session.h"
+
+#include <algorithm>
+
+#include "verdict_text.h"
+
+namespace kp {
+namespace {
+
+// Room for a usual run, so that only an unusually long one has to grow its storage.
+constexpr std::size_t kUsualEvents = 8192;
+constexpr std::size_t kUsualBytes = 1024;
+
+std::uint16_t StreamIndex(std::size_t position) {
+    return static_cast<std::uint16_t>(std::min<std::size_t>(position, 65535));
+}
+
+}  // namespace
+
+void Session::Wire::Clear() {
+    flights.clear();
+    head = 0;
+}
+
+Session::Session() {
+    to_far_end_.flights.reserve(kUsualBytes);
+    to_card_.flights.reserve(kUsualBytes);
+    transmitted_.reserve(kUsualBytes);
+    delivered_.reserve(kUsualBytes);
+    trace_.reserve(kUsualEvents);
+}
+
+Session::~Session() = default;
+
+void Session::Begin(const kp::Ticket& ticket, const kp::Test& test, const Program& program,
+                    std::unique_ptr<Peer> peer, const ExpectedOutput* expected) {
+    ticket_ = &ticket;
+    test_ = &test;
+    expected_ = expected;
+    peer_ = std::move(peer);
+    card_.Reset(program);
+    tick_ = last_activity_ = output_ticks_ = line_free_ = 0;
+    next_deadline_ = kNever;
+    open_windows_ = host_message_ = host_byte_ = 0;
+    finished_ = false;
+    to_far_end_.Clear();
+    to_card_.Clear();
+    transmitted_.clear();
+    delivered_.clear();
+    trace_.clear();
+    windows_.clear();
+    notes_.clear();
+    verdict_ = {};
+}
+
+bool Session::StepTick() {
+    if (finished_) return false;
+    if (tick_ == 0) Start();
+    HearCard();
+    peer_->Act(tick_, *this);
+    ArriveAtCard();
+    if (!finished_) {
+        if (card_.RunTimer(tick_)) Record(Happening::TimerRanOut, 0, 0, 0);
+        card_.Run(tick_, *this);
+        if (card_.Fault() != FaultKind::None) FailFault();
+    }
+    if (!finished_ && tick_ > next_deadline_) JudgeMissedDeadlines();
+    if (!finished_) DecideEnd();
+    ++tick_;
+    return !finished_;
+}
+
+bool Session::StepInstruction() {
+    while (StepTick()) {
+        if (card_.Executed()) return true;
+    }
+    return false;
+}
+
+void Session::RunToEnd() {
+    while (StepTick()) {
+        if (card_.State() != CardState::Running || card_.IsInward()) RunUntouched();
+    }
+}
+
+// Up to the next tick on which anything outside the processor may happen, a running card runs its
+// own instructions and a waiting card waits; neither can end the test.
+void Session::RunUntouched() {
+    const Tick bound = NextOutside();
+    if (bound <= tick_) return;
+    if (card_.State() != CardState::Running) {
+        tick_ = bound;
+        return;
+    }
+    card_.RunInward(tick_, bound, *this);
+    if (card_.Fault() == FaultKind::None) return;
+    FailFault();
+    ++tick_;
+}
+
+// The first tick from now on that has to be run whole. It may be too early, never too late.
+Tick Session::NextOutside() const {
+    Tick next = std::min(ticket_->max_ticks - 1, peer_->NextAct());
+    if (!to_far_end_.Empty()) next = std::min(next, to_far_end_.flights[to_far_end_.head].at);
+    if (!to_card_.Empty()) next = std::min(next, to_card_.flights[to_card_.head].at);
+    if (next_deadline_ != kNever) next = std::min(next, next_deadline_ + 1);
+    next = std::min({next, card_.NextAct(), NextSettled()});
+    if (card_.State() == CardState::WaitingHost && host_message_ < test_->host.size()) {
+        next = std::min(next, test_->host[host_message_].at);
+    }
+    return next;
+}
+
+// The next tick on which enough quiet may have passed to end the test.
+Tick Session::NextSettled() const {
+    const Tick settled = last_activity_ + ticket_->settle;
+    if (settled >= tick_) return settled;
+    return settled + kPatience >= tick_ ? settled + kPatience : kNever;
+}
+
+void Session::Start() {
+    peer_->Start(*this);
+    if (card_.State() == CardState::Halted) Record(Happening::CardHalted, 0, 0, 0);
+}
+
+// A byte sent on tick t reaches the far end on tick t + 1.
+void Session::HearCard() {
+    while (!to_far_end_.Empty() && to_far_end_.flights[to_far_end_.head].at <= tick_) {
+        peer_->Receive(tick_, to_far_end_.flights[to_far_end_.head++].byte, *this);
+    }
+}
+
+void Session::ArriveAtCard() {
+    while (!finished_ && !to_card_.Empty() && to_card_.flights[to_card_.head].at <= tick_) {
+        const std::uint8_t byte = to_card_.flights[to_card_.head++].byte;
+        if (card_.Receive(byte)) {
+            Record(Happening::Received, byte, 0, 0);
+        } else {
+            Record(Happening::LostByte, byte, 0, 0);
+            const std::uint16_t line = card_.Line();
+            card_.Stop();
+            Record(Happening::CardFaulted, 0, 0, line);
+            Fail(FailureKind::Overflow, std::nullopt,
+                 OverflowText(tick_, byte, ticket_->machine.rx_buffer));
+        }
+    }
+}
+
+void Session::Record(Happening kind, std::uint16_t value, std::uint16_t index, std::uint16_t line) {
+    trace_.push_back({tick_, value, index, line, kind});
+}
+
+Tick Session::Send(Tick tick, std::span<const std::uint8_t> bytes, int spacing) {
+    const auto step = static_cast<Tick>(std::max(spacing, 1));
+    Tick at = std::max({tick, line_free_, tick_});
+    if (bytes.empty()) return line_free_ = at;
+    for (const std::uint8_t byte : bytes) {
+        to_card_.flights.push_back({at, byte});
+        at += step;
+    }
+    line_free_ = at;
+    return at - step;
+}
+
+void Session::Expect(WindowKind kind, Tick until, std::string_view label, Tick from) {
+    windows_.push_back({kind, std::max(from, tick_), until, false, std::string(label)});
+    ++open_windows_;
+    if (kind == WindowKind::Deadline) next_deadline_ = std::min(next_deadline_, until);
+}
+
+void Session::Note(Tick tick, std::string_view text, int flag) {
+    notes_.push_back({tick, std::string(text), flag});
+}
+
+bool Session::Transmit(std::uint8_t byte) {
+    Record(Happening::Transmitted, byte, StreamIndex(transmitted_.size()), card_.Line());
+    to_far_end_.flights.push_back({tick_ + 1, byte});
+    transmitted_.push_back(byte);
+    last_activity_ = tick_;
+    output_ticks_ = tick_ + 1;
+    return JudgeTransmitted(byte);
+}
+
+bool Session::Deliver(std::uint8_t byte) {
+    Record(Happening::Delivered, byte, StreamIndex(delivered_.size()), card_.Line());
+    delivered_.push_back(byte);
+    last_activity_ = tick_;
+    output_ticks_ = tick_ + 1;
+    return JudgeDelivered(byte);
+}
+
+bool Session::TakeHostWord(std::uint16_t& word) {
+    if (host_message_ == test_->host.size()) return false;
+    const HostMessage& message = test_->host[host_message_];
+    if (message.at > tick_) return false;
+    if (host_byte_ < message.bytes.size()) {
+        word = message.bytes[host_byte_++];
+    } else {
+        word = 0xFFFF;
+        ++host_message_;
+        host_byte_ = 0;
+    }
+    return true;
+}
+
+void Session::Happened(Happening what, std::uint16_t value) {
+    if (what == Happening::ReadByte || what == Happening::ReadHost) last_activity_ = tick_;
+    Record(what, value, 0, card_.Line());
+}
+
+}  // namespace kp
