@@ -1,0 +1,12 @@
+#pragma once
+
+#include "report.h"
+
+namespace bench {
+
+// The card and its engine: ticks, steps, setting up, assembling.
+void RunCard(Report& report);
+// Loading and proving the campaign, and lc1 as a process.
+void RunContent(Report& report);
+
+}  // namespace bench

@@ -1,0 +1,123 @@
+#include <string>
+
+#include "allocations.h"
+#include "benchmarks.h"
+#include "content/content.h"
+#include "peers/factory.h"
+
+namespace bench {
+namespace {
+
+// Every test of the built-in decks with its reference, ready to run.
+struct Deck {
+    const kp::LoadedTicket* loaded;
+    kp::Program program;
+};
+
+std::vector<Deck> Decks(const kp::Content& content) {
+    std::vector<Deck> decks;
+    for (const kp::LoadedTicket* loaded : content.Tickets()) {
+        const auto assembly = kp::Assemble(loaded->reference_text, loaded->ticket.machine);
+        decks.push_back({loaded, kp::Load(assembly, loaded->ticket.machine)});
+    }
+    return decks;
+}
+
+// Runs all tests of all decks tick by tick; the ticks that were run.
+double RunDecks(const std::vector<Deck>& decks, kp::Session& session) {
+    double ticks = 0;
+    for (const Deck& deck : decks) {
+        for (std::size_t k = 0; k < deck.loaded->ticket.tests.size(); ++k) {
+            if (!kp::BeginTest(session, deck.loaded->ticket, k, deck.program,
+                               &deck.loaded->reference.outputs[k])) {
+                continue;
+            }
+            while (session.StepTick()) {
+            }
+            ticks += session.CurrentTick();
+        }
+    }
+    return ticks;
+}
+
+kp::Ticket LongTicket() {
+    kp::Ticket ticket;
+    ticket.id = "long";
+    ticket.max_ticks = 200000;
+    ticket.machine.rom = 256;
+    ticket.tests.resize(1);
+    return ticket;
+}
+
+// One test of 200,000 ticks under a firmware that never ends.
+void TimeLongRun(Report& report, std::string_view name, std::string_view firmware) {
+    const kp::Ticket ticket = LongTicket();
+    const kp::Program program = kp::Load(kp::Assemble(firmware, ticket.machine), ticket.machine);
+    const kp::ExpectedOutput expected{{1}, {}};
+    kp::Session session;
+    report.Time(name, [&] {
+        (void)kp::BeginTest(session, ticket, 0, program, &expected);
+        while (session.StepTick()) {
+        }
+        return static_cast<double>(session.CurrentTick());
+    });
+}
+
+void TimeSetup(Report& report, const std::vector<Deck>& decks, kp::Session& session) {
+    const Deck& deck = decks.back();
+    const kp::Ticket& ticket = deck.loaded->ticket;
+    constexpr int kPeers = 1000;
+    std::vector<std::unique_ptr<kp::Peer>> peers(kPeers);
+    const std::string name = "session: setting up, the far end apart";
+    report.Sample(name, "ns", 15, [&] {
+        for (auto& peer : peers) peer = std::move(*kp::CreatePeer(ticket, ticket.tests[0]));
+        Stopwatch watch;
+        for (auto& peer : peers) {
+            session.Begin(ticket, ticket.tests[0], deck.program, std::move(peer),
+                          &deck.loaded->reference.outputs[0]);
+        }
+        return watch.Nanoseconds() / kPeers;
+    });
+    report.Sample("session: allocations of a run, far end apart", "", 1, [&] {
+        auto peer = *kp::CreatePeer(ticket, ticket.tests[0]);
+        const std::size_t before = Allocations();
+        session.Begin(ticket, ticket.tests[0], deck.program, std::move(peer),
+                      &deck.loaded->reference.outputs[0]);
+        while (session.StepTick()) {
+        }
+        return static_cast<double>(Allocations() - before);
+    });
+}
+
+void TimeAssembler(Report& report) {
+    kp::CardConfig card;
+    card.rom = 256;
+    std::string firmware;
+    for (int line = 0; line < 255; ++line) {
+        firmware += "line" + std::to_string(line) + ": jeq a, $" + std::to_string(line) +
+                    ", line0  ; comment\n";
+    }
+    report.Time("assembler: 255 lines", [&] {
+        const kp::Assembly assembly = kp::Assemble(firmware, card);
+        Keep(&assembly);
+        return 1.0;
+    });
+}
+
+}  // namespace
+
+void RunCard(Report& report) {
+    const kp::Content content = kp::LoadContent(kp::ContentStore::BuiltIn());
+    const std::vector<Deck> decks = Decks(content);
+    if (decks.empty()) return;
+    kp::Session session;
+    report.Time("engine: a judged tick with trace, all decks",
+                [&] { return RunDecks(decks, session); });
+    TimeLongRun(report, "engine: a tick of pure instructions",
+                "l: add a, 1\nxor b, a\njne b, 0, l\njmp l");
+    TimeLongRun(report, "engine: a tick of waiting in wait", "l: wait 30000\njmp l");
+    TimeSetup(report, decks, session);
+    TimeAssembler(report);
+}
+
+}  // namespace bench

@@ -1,0 +1,8 @@
+#include "benchmarks.h"
+
+int main(int argc, char** argv) {
+    bench::Report report({argv + 1, argv + argc});
+    bench::RunCard(report);
+    bench::RunContent(report);
+    return 0;
+}
