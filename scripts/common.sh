@@ -3,7 +3,6 @@
 build_packages=(g++ cmake ninja-build pkg-config libsdl2-dev libfreetype-dev libstb-dev
     fonts-jetbrains-mono)
 test_packages=(doctest-dev clang-format xvfb xauth xdotool tmux)
-bench_packages=(libbenchmark-dev)
 
 say() { printf '%s\n' "$*" >&2; }
 
