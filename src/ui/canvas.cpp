@@ -63,6 +63,7 @@ void Canvas::Put(int x, int y, char32_t glyph, Role role, Style style) {
 
 void Canvas::Fill(const Rect& area, char32_t glyph, Role role) {
     const Rect seen = Intersect(area, clip_);
+    if (seen.Empty()) return;
     Cell cell;
     cell.glyph = glyph;
     Paint(cell, role);

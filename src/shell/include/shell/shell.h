@@ -23,7 +23,7 @@ struct ShellParts {
     zo::platform::Clock& clock;
     base::Disk& disk;
     zo::platform::Window* window = nullptr;  // null when a picture is all that is wanted
-    std::filesystem::path data_folder;
+    std::filesystem::path data_folder = {};
     // False in automation: progress is never written.
     bool persistent = true;
     // The number of tickets to treat as closed in this run, -1 to keep the player's progress. With
@@ -44,11 +44,11 @@ struct Appearance {
 enum class Alert : bool { No, Yes };
 
 struct Question {
-    std::string title;
-    std::string message;
-    std::string yes;
+    std::string title = {};
+    std::string message = {};
+    std::string yes = {};
     std::string no = "Cancel";
-    std::function<void(bool yes)> answered;
+    std::function<void(bool yes)> answered = {};
     bool suggest_no = false;  // something would be lost: focus starts on the second button
 };
 

@@ -25,10 +25,10 @@ struct EditorMarks {
         int column = 0;
         int length = 0;
     };
-    std::vector<Error> errors;
-    std::vector<int> breakpoints;  // the editor moves them along with their lines
-    int next_line = -1;            // that runs next, -1 for none
-    std::string ghost;             // text suggested at the caret
+    std::vector<Error> errors = {};
+    std::vector<int> breakpoints = {};  // the editor moves them along with their lines
+    int next_line = -1;                 // that runs next, -1 for none
+    std::string ghost = {};             // text suggested at the caret
 };
 
 // A text editor in a pane: one character a cell, one line a row. It draws text, gutter, caret and

@@ -12,9 +12,9 @@
 namespace zo::ui {
 
 struct PointerPress {
-    Point at;
+    Point at = {};
     int clicks = 1;  // 2 and 3 for the second and third in a row
-    Modifiers with;
+    Modifiers with = {};
 };
 
 // Something on the screen that answers the pointer. Only what is set answers: a pane may take the

@@ -10,7 +10,7 @@ namespace zo::ui {
 
 // One paragraph of a text pane, wrapped to the pane's width.
 struct Paragraph {
-    std::string text;  // empty: an empty row
+    std::string text = {};  // empty: an empty row
     Role role = Role::Panel;
     std::string label = {};  // before the first row; the rows after it are indented by its width
     Role label_role = Role::PanelDim;

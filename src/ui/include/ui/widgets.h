@@ -41,8 +41,8 @@ class ButtonRow {
 public:
     struct Item {
         std::string label;  // with its hotkey between tildes, if it has one
-        std::string hint;
-        std::function<void()> act;
+        std::string hint = {};
+        std::function<void()> act = {};
     };
     void Set(std::vector<Item> items, int focused = 0);
     // Left, Right, Tab, Enter, Space, the marked letters and, for labels without one, their first
@@ -64,10 +64,10 @@ private:
 class Menu {
 public:
     struct Item {
-        std::string_view label;     // with its hotkey between tildes
-        std::string_view shortcut;  // shown at the right, may be empty
-        std::string hint;
-        std::function<void()> act;
+        std::string_view label;          // with its hotkey between tildes
+        std::string_view shortcut = {};  // shown at the right, may be empty
+        std::string hint = {};
+        std::function<void()> act = {};
     };
     static constexpr int kWidth = 36;
 
@@ -88,9 +88,9 @@ private:
 
 // One item of the key bar. Pressing it does what its key does.
 struct KeyItem {
-    KeyPress key;          // Key::None: only shown
-    std::string_view cap;  // empty: the key's own name
-    std::string_view word;
+    KeyPress key = {};          // Key::None: only shown
+    std::string_view cap = {};  // empty: the key's own name
+    std::string_view word = {};
     std::string_view hint = {};
     bool enabled = true;
     bool marked = false;  // pointed out by the coach
@@ -100,19 +100,19 @@ void DrawKeyBar(Canvas& canvas, Pressables& pressables, std::span<const KeyItem>
                 const std::function<void(const KeyPress&)>& press);
 
 struct TopBar {
-    std::string_view title;
-    std::string_view context;  // cut last
-    std::string_view detail;   // behind the context, dropped first
-    std::string_view place;    // right-aligned
+    std::string_view title = {};
+    std::string_view context = {};  // cut last
+    std::string_view detail = {};   // behind the context, dropped first
+    std::string_view place = {};    // right-aligned
 };
 void DrawTopBar(Canvas& canvas, const TopBar& bar);
 
 struct StatusLine {
-    std::string_view mode;     // a label before the message, may be empty
-    std::string_view message;  // may take up to three rows, upward
+    std::string_view mode = {};     // a label before the message, may be empty
+    std::string_view message = {};  // may take up to three rows, upward
     bool alert = false;
-    std::string_view hint;   // of what the pointer is over; the message gives way to it
-    std::string_view right;  // the screen's own text, which gives way to the message
+    std::string_view hint = {};   // of what the pointer is over; the message gives way to it
+    std::string_view right = {};  // the screen's own text, which gives way to the message
 };
 void DrawStatusLine(Canvas& canvas, const StatusLine& line);
 
