@@ -13,11 +13,11 @@ namespace Kest {
 class ConfirmDialog final : public Screen {
 public:
     struct Contents {
-        std::string title;
-        std::string message;
-        std::vector<std::string> buttons;  // one or two
+        std::string title = {};
+        std::string message = {};
+        std::vector<std::string> buttons = {};  // one or two
         int focused = 0;
-        std::function<void(int button)> answered;  // Esc answers with the last button
+        std::function<void(int button)> answered = {};  // Esc answers with the last button
     };
     ConfirmDialog(Shell& shell, Contents contents);
 
@@ -32,6 +32,8 @@ private:
     Contents contents_;
     zo::ui::ButtonRow buttons_;
     zo::ui::Scroll scroll_;
+    int width_ = 0;
+    std::vector<std::string> lines_;  // the message, wrapped
 };
 
 }  // namespace Kest

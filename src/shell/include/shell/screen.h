@@ -29,6 +29,8 @@ struct FrameRecord {
     bool standing_alert = false;
     std::string right;                  // the status line's right end while nothing is hovered
     std::vector<zo::ui::KeyItem> keys;  // most needed first
+
+    void ClearAllButStanding();
 };
 
 // One screen of the game, either the current one or an overlay on it. The pointer reaches a screen

@@ -129,11 +129,13 @@ private:
         double until = 0;  // on the frame clock
     };
 
+    std::filesystem::path ProgressPath() const;
+    void TreatAsClosed(int count);
     void CommitSwitch();
+    std::optional<double> NextFrameAt() const;
     void HandleKey(const zo::ui::KeyPress& key);
     void HandleText(const std::string& utf8);
     void HandlePointer(const zo::ui::PointerInput& pointer);
-    void PressKey(const zo::ui::KeyPress& key);
     zo::ui::Point CellAt(int x, int y) const;
     void RebuildGrid();
     void StackChanged();
@@ -158,6 +160,7 @@ private:
     Message message_;
     FrameRecord record_;
     zo::ui::Pressables pressables_;
+    std::function<void(const zo::ui::KeyPress&)> press_key_;  // what the key bar calls
     bool pressables_stale_ = true;  // the screens changed since the list was filled
     bool drop_text_ = false;        // the last key was used, so its text is not for anyone
 
@@ -166,6 +169,7 @@ private:
     zo::ui::Frame frame_;
     double now_ = 0;
     double caret_since_ = 0;  // when the caret's blinking was started anew
+    double next_blink_ = 0;
     bool caret_blinks_ = false;
     bool hold_caret_ = false;
     bool redraw_ = true;

@@ -1,0 +1,10 @@
+#include "shell/screen.h"
+
+namespace Kest {
+
+void FrameRecord::ClearAllButStanding() {
+    for (std::string* text : {&title, &context, &detail, &place, &mode, &right}) text->clear();
+    keys.clear();
+}
+
+}  // namespace Kest

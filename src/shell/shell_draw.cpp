@@ -1,0 +1,83 @@
+#include <cmath>
+
+#include "shell/shell.h"
+
+namespace Kest {
+namespace {
+
+constexpr double kBlinkSeconds = 0.53;  // on, and off
+
+// Whether a caret that started at `since` is on, and when that changes.
+struct Blink {
+    Blink(double since, double now) {
+        const double phases = std::floor((now - since) / kBlinkSeconds);
+        on = std::fmod(phases, 2) == 0;
+        until = since + (phases + 1) * kBlinkSeconds;
+    }
+    bool on;
+    double until;
+};
+
+}  // namespace
+
+const zo::ui::Frame& Shell::Draw() {
+    redraw_ = false;
+    zo::ui::Canvas canvas(frame_, appearance_.theme);
+    frame_.caret = {};
+    frame_.margin =
+        zo::ui::Colours(appearance_.look, appearance_.theme, zo::ui::Role::Desktop).ground;
+    canvas.Fill(canvas.Area(), U'░', zo::ui::Role::Desktop);
+    pressables_.Clear();
+    DrawScreens(canvas);
+    DescribeFrame();
+    DrawBars(canvas);
+    pressables_stale_ = false;
+    BlinkCaret();
+    return frame_;
+}
+
+// Only what lies on top answers the pointer and has a caret.
+void Shell::DrawScreens(zo::ui::Canvas& canvas) {
+    const Screen* top = Top();
+    const auto draw = [&](Screen& screen) {
+        frame_.caret = {};
+        pressables_.SetOpen(&screen == top);
+        screen.Draw(canvas, pressables_);
+    };
+    if (current_) draw(*current_);
+    for (const auto& overlay : overlays_) draw(*overlay);
+}
+
+void Shell::DescribeFrame() {
+    record_.standing.clear();
+    record_.standing_alert = false;
+    const auto describe = [&](const Screen& screen) {
+        record_.ClearAllButStanding();
+        screen.DescribeFrame(record_);
+    };
+    if (current_) describe(*current_);
+    for (const auto& overlay : overlays_) describe(*overlay);
+}
+
+void Shell::DrawBars(zo::ui::Canvas& canvas) {
+    if (!record_.title.empty()) {
+        DrawTopBar(canvas, {record_.title, record_.context, record_.detail, record_.place});
+    }
+    DrawKeyBar(canvas, pressables_, record_.keys, press_key_);
+    const bool message = !message_.text.empty();
+    DrawStatusLine(canvas, {.mode = record_.mode,
+                            .message = message ? message_.text : record_.standing,
+                            .alert = message ? message_.alert : record_.standing_alert,
+                            .hint = pressables_.Hint(),
+                            .right = record_.right});
+}
+
+void Shell::BlinkCaret() {
+    caret_blinks_ = frame_.caret.shape != zo::ui::CaretShape::None && !hold_caret_;
+    if (!caret_blinks_) return;
+    const Blink blink(caret_since_, now_);
+    next_blink_ = blink.until;
+    if (!blink.on) frame_.caret = {};
+}
+
+}  // namespace Kest

@@ -1,0 +1,104 @@
+#include <cmath>
+
+#include "shell/shell.h"
+
+namespace Kest {
+namespace {
+
+using zo::ui::InputEvent;
+using zo::ui::Key;
+using zo::ui::KeyPress;
+using zo::ui::PointerAction;
+using zo::ui::PointerInput;
+
+constexpr int kLeftButton = 1;
+
+bool IsFullScreenKey(const KeyPress& key) {
+    return key.Is(Key::F11) || key == KeyPress{.key = Key::Enter, .with = {.alt = true}};
+}
+
+template <class... Handlers>
+struct Overloaded : Handlers... {
+    using Handlers::operator()...;
+};
+template <class... Handlers>
+Overloaded(Handlers...) -> Overloaded<Handlers...>;
+
+}  // namespace
+
+void Shell::Handle(const InputEvent& event) {
+    std::visit(Overloaded{
+                   [&](const KeyPress& key) { HandleKey(key); },
+                   [&](const zo::ui::TextInput& input) { HandleText(input.text); },
+                   [&](const PointerInput& pointer) { HandlePointer(pointer); },
+                   [&](const zo::ui::WindowResized& resized) {
+                       SetWindow(resized.size, parts_.window ? parts_.window->DisplayScale()
+                                                             : request_.display_scale);
+                   },
+                   [&](const zo::ui::WindowExposed&) { redraw_ = true; },
+                   [&](const zo::ui::FocusChanged&) { redraw_ = true; },
+                   [&](const zo::ui::CloseRequested&) { Quit(); },
+               },
+               event);
+}
+
+void Shell::HandleKey(const KeyPress& key) {
+    drop_text_ = false;
+    caret_since_ = now_;
+    redraw_ = true;
+    if (IsFullScreenKey(key)) {
+        ToggleFullScreen();
+        return;
+    }
+    Screen* top = Top();
+    if (!top || pending_) return;
+    drop_text_ = top->Key(key) && key.key == Key::Character;
+}
+
+// The letter that answered a dialog must not be typed into the editor beneath it.
+void Shell::HandleText(const std::string& utf8) {
+    const bool dropped = drop_text_;
+    drop_text_ = false;
+    Screen* top = Top();
+    if (dropped || !top || pending_) return;
+    top->Text(utf8);
+    redraw_ = true;
+}
+
+// In the modern look a row's height is no whole number of pixels, so the row is looked up.
+zo::ui::Point Shell::CellAt(int x, int y) const {
+    const zo::ui::Grid& grid = frame_.grid;
+    const auto cell = [](int pixels, float size) {
+        return static_cast<int>(std::floor(static_cast<float>(pixels) / size));
+    };
+    const int column = cell(x - grid.LeftPixels(), static_cast<float>(grid.cell_width));
+    int row = cell(y - grid.TopPixels(), grid.cell_height);
+    if (y >= grid.RowTop(row + 1)) ++row;
+    if (y < grid.RowTop(row)) --row;
+    return {column, row};
+}
+
+void Shell::HandlePointer(const PointerInput& pointer) {
+    if (pressables_stale_ || pending_) return;
+    const zo::ui::Point at = CellAt(pointer.x, pointer.y);
+    bool changed = false;
+    switch (pointer.action) {
+        case PointerAction::Move:
+            changed = pressables_.Move(at);
+            break;
+        case PointerAction::Wheel:
+            changed = pressables_.Wheel(at, pointer.wheel, pointer.with);
+            break;
+        case PointerAction::Press:
+            if (pointer.button != kLeftButton) return;
+            caret_since_ = now_;
+            changed = pressables_.Press({at, pointer.clicks, pointer.with});
+            break;
+        case PointerAction::Release:
+            if (pointer.button == kLeftButton) changed = pressables_.Release(at);
+            break;
+    }
+    redraw_ |= changed;
+}
+
+}  // namespace Kest
