@@ -275,8 +275,7 @@ TEST_CASE("a text pane wraps, scrolls and shows where it stands") {
           "│ Last line                    │\n"
           "└──────────────────────────────┘\n");
     std::vector<Paragraph> rows;
-    for (const char* row : {"1", "2", "3", "4", "5", "6", "7", "8"})
-        rows.push_back({.text = row});
+    for (const char* row : {"1", "2", "3", "4", "5", "6", "7", "8"}) rows.push_back({.text = row});
     pane.Set(rows);
     CHECK(draw() ==
           "┌─ TICKET ─────────────────────┐\n"

@@ -1,0 +1,66 @@
+# What the end-to-end runs share; sourced. They start the real program in a window of its own X server
+# with an empty data folder, and press keys as a player does.
+
+work=$(mktemp -d)
+game_pid=
+server_pid=
+finish() {
+    [ -n "$game_pid" ] && kill "$game_pid" 2>/dev/null
+    [ -n "$server_pid" ] && kill "$server_pid" 2>/dev/null
+    wait 2>/dev/null
+    rm -rf "$work"
+}
+trap finish EXIT
+
+export XDG_DATA_HOME=$work/data
+data=$work/data/vantor-kest
+mkdir -p "$XDG_DATA_HOME"
+
+fail() {
+    echo "FAILED: $*" >&2
+    [ -s "$work/errors" ] && sed 's/^/  the game said: /' "$work/errors" >&2
+    exit 1
+}
+
+# wait_for SECONDS WHAT command...: until the command succeeds.
+wait_for() {
+    local tries=$(($1 * 20)) what=$2
+    shift 2
+    until "$@" >/dev/null 2>&1; do
+        tries=$((tries - 1))
+        [ "$tries" -gt 0 ] || fail "waited too long for $what"
+        sleep 0.05
+    done
+}
+
+start_server() {
+    Xvfb -displayfd 3 -screen 0 1440x900x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+    server_pid=$!
+    wait_for 20 "the X server" test -s "$work/display"
+    export DISPLAY=:$(cat "$work/display")
+}
+
+# start_game [arguments...]: and gives its window the keyboard.
+start_game() {
+    "$game" "$@" 2>"$work/errors" &
+    game_pid=$!
+    wait_for 20 "the window" xdotool search --onlyvisible --name '^Vantor Kest$'
+    window=$(xdotool search --onlyvisible --name '^Vantor Kest$' | head -n 1)
+    xdotool windowfocus --sync "$window"
+    sleep 0.3
+}
+
+press() { xdotool key --delay 20 "$@"; }
+type_text() { xdotool type --delay 12 "$1"; }
+
+# Asks the window to close, as the system does, and waits for the program's end.
+close_game() {
+    xdotool windowclose "$window" 2>/dev/null || true
+    wait_game
+}
+
+wait_game() {
+    wait_for 10 "the program's end" sh -c "! kill -0 $game_pid"
+    wait "$game_pid" || fail "the program left with $?"
+    game_pid=
+}
