@@ -101,6 +101,5 @@ TEST_CASE("the fourth theme of the modern look draws as the third") {
     const Ink third = Colours(Look::Modern, 2, Role::Frame);
     const Ink fourth = Colours(Look::Modern, 3, Role::Frame);
     CHECK(third.ink == Rgb{0x6F, 0x93, 0xCC});
-    CHECK(fourth.ink == third.ink);
-    CHECK(fourth.ground == third.ground);
+    CHECK(fourth == third);
 }

@@ -108,6 +108,7 @@ enum class RoleKind : std::uint8_t {
 struct Ink {
     Rgb ink;
     Rgb ground;
+    bool operator==(const Ink&) const = default;
 };
 
 // The role's name in dumps, such as "panel.dim".
