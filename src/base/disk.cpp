@@ -159,15 +159,17 @@ Status WriteAtomically(Disk& disk, const fs::path& path, std::string_view text) 
     if (const Status flushed = disk.Flush(temporary); !flushed) {
         return fail("cannot finish writing ", flushed);
     }
+    bool has_backup = false;
     if (disk.Exists(path)) {
         const fs::path backup = Suffixed(path, ".bak");
         // A backup that cannot be made is no reason to refuse the save: the move below is whole.
-        if (disk.Copy(path, backup)) (void)disk.Flush(backup);
+        has_backup = disk.Copy(path, backup) && disk.Flush(backup);
     }
     Status moved = disk.Rename(temporary, path);
     if (!moved) {
-        // Some file systems refuse to move over an existing file; the backup holds its contents.
-        if (disk.Exists(Suffixed(path, ".bak"))) (void)disk.Remove(path);
+        // Some file systems refuse to move over an existing file. It may go only when the backup
+        // holds its contents.
+        if (has_backup) (void)disk.Remove(path);
         moved = disk.Rename(temporary, path);
     }
     if (!moved) return fail("cannot replace ", moved);
