@@ -22,6 +22,7 @@ TEST_CASE("a line is encoded whatever its blanks, case and comment") {
         {"x: rx a\nrx b, x\nhin c, x\nhin d", "rx a; rx b >0; hin c >0; hin d"},
         {"tx ','\ntx ';' ; \"';'\"\nmov a, ',' ; two", "tx 44; tx 59; mov a 44"},
         {"tx '\\''\nmov [';'], a ; '", "tx 39; mov [59] a"},
+        {"x: jeq '\\'',';',x", "jeq 39 59 >0"},
         {"halt\r\nhalt\r\n", "halt; halt"},
     };
     for (const auto& c : cases) {
