@@ -8,63 +8,13 @@
 #include <vector>
 
 #include "outside/outside.h"
+#include "support/fake_disk.h"
 
 // A small system to run the program in: a disk in memory, a clock that moves when it is told to,
 // and a window that keeps its frames and is fed events.
 namespace fake {
 
 namespace fs = std::filesystem;
-
-class Disk final : public base::Disk {
-public:
-    std::map<fs::path, std::string> files;
-    std::string full;  // when set, every write fails with this reason
-
-    bool Exists(const fs::path& path) override { return files.contains(path) || IsFolder(path); }
-    bool IsFolder(const fs::path& path) override { return !Beneath(path).empty(); }
-    base::Result<std::vector<fs::path>> FilesUnder(const fs::path& folder) override {
-        return Beneath(folder);
-    }
-    base::Result<std::string> Read(const fs::path& path) override {
-        const auto found = files.find(path);
-        if (found == files.end()) return base::Failure{"No such file or directory"};
-        return found->second;
-    }
-    base::Status Write(const fs::path& path, std::string_view text) override {
-        if (!full.empty()) return base::Failure{full};
-        files[path] = text;
-        return {};
-    }
-    base::Status Flush(const fs::path&) override { return {}; }
-    base::Status FlushFolder(const fs::path&) override { return {}; }
-    base::Status Copy(const fs::path& from, const fs::path& to) override {
-        const base::Result<std::string> text = Read(from);
-        if (!text) return base::Failure{text.Message()};
-        return Write(to, *text);
-    }
-    base::Status Rename(const fs::path& from, const fs::path& to) override {
-        const base::Result<std::string> text = Read(from);
-        if (!text) return base::Failure{text.Message()};
-        files[to] = *text;
-        files.erase(from);
-        return {};
-    }
-    base::Status Remove(const fs::path& path) override {
-        files.erase(path);
-        return {};
-    }
-    base::Status MakeFolders(const fs::path&) override { return {}; }
-
-private:
-    std::vector<fs::path> Beneath(const fs::path& folder) const {
-        std::vector<fs::path> found;
-        const std::string start = (folder / "").string();
-        for (const auto& [path, text] : files) {
-            if (path.string().starts_with(start)) found.push_back(path);
-        }
-        return found;
-    }
-};
 
 class Clock final : public zo::platform::Clock {
 public:
