@@ -62,8 +62,15 @@ struct Content {
 // Loads the campaign and proves every reference.
 Content LoadContent(const ContentStore& store);
 
+// The names under which a store holds a ticket and its reference firmware.
+std::string TicketFile(std::string_view id);
+std::string ReferenceFile(std::string_view id);
+
+// The full id of the store's ticket with this id, or with these first four characters.
+base::Result<std::string> FindTicketId(const ContentStore& store, std::string_view name);
+
 // One ticket of a store by its id or its first four characters, proven; nothing else is loaded. The
-// failure is one line.
+// failure is one line, without the ticket's id.
 base::Result<LoadedTicket> LoadOneTicket(const ContentStore& store, std::string_view name);
 
 }  // namespace kp

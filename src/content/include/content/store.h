@@ -19,7 +19,7 @@ public:
     // The program's own texts.
     static ContentStore BuiltIn();
     // The `missions` subfolder of a folder on disk, read whole: its .json and .lc1 files. On any
-    // problem the result is the problem lines, and no store.
+    // problem there is no store, and the failure holds a line for each problem.
     static base::Result<ContentStore> FromFolder(base::Disk& disk,
                                                  const std::filesystem::path& folder);
 
@@ -39,5 +39,15 @@ private:
     };
     std::map<std::string, Text, std::less<>> texts_;
 };
+
+// The store to play from, and the problem lines of a content folder that was passed over.
+struct ChosenStore {
+    ContentStore store;
+    std::vector<std::string> problems;
+};
+
+// The named content folder, if all of it can be read; the built-in texts otherwise, and when the
+// folder's name is empty.
+ChosenStore ChooseStore(base::Disk& disk, const std::filesystem::path& content_folder);
 
 }  // namespace kp
