@@ -1,0 +1,36 @@
+#include "commands.h"
+
+namespace lc1 {
+namespace {
+
+constexpr unsigned kTicketFiles = kTicket | kReference;
+
+constexpr Command kCommands[] = {
+    // name, usage, summary, files, options, needed, function
+    {"asm", "TICKET FIRMWARE", "Assembles a firmware and lists it, or its errors.", 2, kTicketFiles,
+     0, RunAsm},
+    {"run", "TICKET --test N FIRMWARE", "Runs one test and shows the conversation tick by tick.", 2,
+     kTicketFiles | kTest, kTest | kReference, RunTest},
+    {"verify", "TICKET FIRMWARE", "Runs every test.", 2, kTicketFiles, kReference, RunVerify},
+    {"bytes", "TICKET", "Lists every test with its bytes.", 1, kTicketFiles, 0, RunBytes},
+    {"json", "[--indent N] FILE", "Reads a JSON file and writes it back.", 1, kIndent, 0, RunJson},
+    {"content", "FOLDER", "Loads the content folder that holds \"missions\".", 1, 0, 0, RunContent},
+    {"show", "TICKET [--hints N]", "Shows a ticket, and its first N hints.", 1,
+     kTicketFiles | kHints, 0, RunShow},
+    {"list", "", "Lists the tickets with their references' scores.", 0, 0, 0, RunList},
+};
+
+}  // namespace
+
+std::span<const Command> Commands() {
+    return kCommands;
+}
+
+const Command* FindCommand(std::string_view name) {
+    for (const Command& command : kCommands) {
+        if (command.name == name) return &command;
+    }
+    return nullptr;
+}
+
+}  // namespace lc1

@@ -1,0 +1,144 @@
+#include <cstdio>
+#include <cstdlib>
+
+#include "base/format.h"
+#include "base/version.h"
+#include "commands.h"
+#include "json_line.h"
+#include "text.h"
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace lc1 {
+namespace {
+
+constexpr std::string_view kHelpEnd =
+    "\n"
+    "TICKET is a built-in ticket's id or its first four characters, such as 1-02, or a file:\n"
+    "--ticket T.json --reference R.lc1 (asm, bytes and show need no reference).\n"
+    "FIRMWARE is a file, or - for standard input. Options may stand anywhere.\n"
+    "\n"
+    "  --json     one JSON object on one line; list and show write text only\n"
+    "  --help     this text, or a command's own\n"
+    "  --version  the program's version\n"
+    "\n"
+    "The exit code is 0 for a pass, 1 for a fail, 2 when there is no answer.\n";
+
+bool WantsColour() {
+    const char* refused = std::getenv("NO_COLOR");
+    if (refused != nullptr && *refused != '\0') return false;
+#ifdef _WIN32
+    return _isatty(_fileno(stdout)) != 0;
+#else
+    return isatty(STDOUT_FILENO) != 0;
+#endif
+}
+
+std::string Usage(const Command& command) {
+    std::string usage = "lc1 " + std::string(command.name);
+    if (!command.usage.empty()) usage += ' ' + std::string(command.usage);
+    return usage;
+}
+
+void PrintVersion() {
+    PutLine("lc1 " + std::string(base::Version()));
+}
+
+void PrintHelp() {
+    PutLine("lc1: the LC-1 card from a shell.\n");
+    TextTable table({{}, {}});
+    for (const Command& command : Commands()) {
+        table.Add({"  " + Usage(command), std::string(command.summary)});
+    }
+    table.Print(false);
+    std::fwrite(kHelpEnd.data(), 1, kHelpEnd.size(), stdout);
+}
+
+void PrintHelp(const Command& command) {
+    PutLine("usage: " + Usage(command));
+    PutLine(command.summary);
+}
+
+std::optional<Problem> CheckUsage(const Command& command, const Request& request) {
+    const std::string usage = "; usage: " + Usage(command);
+    const std::string name(command.name);
+    const bool has_ticket = (request.given & kTicket) != 0;
+    for (const TakenOption option : {kTicket, kReference, kTest, kIndent, kHints}) {
+        const bool is_given = (request.given & option) != 0;
+        const bool is_needed =
+            (command.needed & option) != 0 && (option != kReference || has_ticket);
+        if (is_given && (command.options & option) == 0) {
+            return Problem{name + " takes no " + OptionName(option) + usage};
+        }
+        if (!is_given && is_needed) return Problem{name + " needs " + OptionName(option) + usage};
+    }
+    if ((request.given & kReference) != 0 && !has_ticket) {
+        return Problem{"--reference goes with --ticket" + usage};
+    }
+    const std::size_t files = command.files - (has_ticket ? 1 : 0);
+    if (request.files.size() < files) return Problem{name + " needs more than that" + usage};
+    if (request.files.size() > files) {
+        return Problem{name + " has no use for " + request.files[files] + usage};
+    }
+    return std::nullopt;
+}
+
+Outcome Answer(const Request& request) {
+    if (request.version) {
+        PrintVersion();
+        return ExitCode::Pass;
+    }
+    if (request.command.empty()) {
+        if (!request.help) return Problem{"a command is missing; lc1 --help lists them"};
+        PrintHelp();
+        return ExitCode::Pass;
+    }
+    const Command* command = FindCommand(request.command);
+    if (command == nullptr) {
+        return Problem{"there is no command " + request.command + "; lc1 --help lists them"};
+    }
+    if (request.help) {
+        PrintHelp(*command);
+        return ExitCode::Pass;
+    }
+    if (std::optional<Problem> problem = CheckUsage(*command, request)) return *problem;
+    return command->run(request);
+}
+
+void Report(const Problem& problem, bool as_json) {
+    if (!as_json) {
+        std::fprintf(stderr, "lc1: %s\n", problem.text.c_str());
+        return;
+    }
+    JsonLine out;
+    out.Text("problem", problem.text);
+    if (problem.line == 0) return;
+    out.Number("line", problem.line);
+    out.Number("column", problem.column);
+}
+
+ExitCode Main(std::span<const char* const> arguments) {
+    Request request;
+    const std::optional<Problem> misread = ReadArguments(arguments, request);
+    request.colour = WantsColour();
+    const Outcome outcome = misread ? Outcome(*misread) : Answer(request);
+    const Problem* problem = std::get_if<Problem>(&outcome);
+    if (problem != nullptr) Report(*problem, request.json);
+    if (std::fflush(stdout) != 0) {
+        std::fputs("lc1: the answer could not be written\n", stderr);
+        return ExitCode::Unusable;
+    }
+    return problem != nullptr ? ExitCode::Unusable : std::get<ExitCode>(outcome);
+}
+
+}  // namespace
+}  // namespace lc1
+
+int main(int count, char** arguments) {
+    const std::span<const char* const> all(arguments, static_cast<std::size_t>(count));
+    return static_cast<int>(lc1::Main(all.subspan(count > 0 ? 1 : 0)));
+}
