@@ -23,6 +23,7 @@ Pressable& Pressables::Add(const Rect& area, std::string_view hint) {
     entry.press = nullptr;
     entry.drag = nullptr;
     entry.wheel = nullptr;
+    entry.focus = nullptr;
     return entry;
 }
 
@@ -64,8 +65,11 @@ bool Pressables::Move(Point to) {
 bool Pressables::Press(const PointerPress& press) {
     pointer_ = press.at;
     pressed_ = press.at;
+    const Pressable* pane =
+        Topmost(press.at, [](const Pressable& candidate) { return bool(candidate.focus); });
+    if (pane) pane->focus();
     const Pressable* entry = Topmost(press.at, TakesPress);
-    if (!entry) return false;
+    if (!entry) return pane != nullptr;
     dragging_ = entry->drag;
     if (entry->press) entry->press(press);
     return true;

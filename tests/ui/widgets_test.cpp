@@ -364,3 +364,17 @@ TEST_CASE("a classic overlay casts a shadow and a modern one dims the picture") 
     CHECK(modern.frame.At(0, 0).ink.r < before.r);
     CHECK(modern.frame.At(12, 6).ink == Colours(Look::Modern, 0, Role::Dialog).ink);
 }
+
+TEST_CASE("a press on what lies in a pane focuses the pane and works all the same") {
+    Stage stage;
+    int focused = 0, pressed = 0;
+    stage.pressables.Add({0, 0, 20, 5}).focus = [&] { ++focused; };
+    stage.pressables.Add({2, 2, 4, 1}).act = [&] { ++pressed; };
+    stage.Click({3, 2});
+    CHECK(focused == 1);
+    CHECK(pressed == 1);
+    stage.Click({10, 4});
+    stage.Click({30, 4});
+    CHECK(focused == 2);
+    CHECK(pressed == 1);
+}

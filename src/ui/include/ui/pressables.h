@@ -26,6 +26,7 @@ struct Pressable {
     std::function<void(const PointerPress&)> press;  // the button went down inside
     std::function<void(Point)> drag;                 // moved with the button held, outside too
     std::function<void(int steps, const Modifiers& with)> wheel;  // steps up are positive
+    std::function<void()> focus;  // the button went down inside, also on what lies on top of it
 };
 
 // Everything that answers the pointer in the frame drawn last; hints, hover, press and release all
