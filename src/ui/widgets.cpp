@@ -184,15 +184,18 @@ bool Menu::Key(const KeyPress& key) {
         default:
             break;
     }
-    if (!IsLetter(key)) return false;
     for (int index = 0; index < count; ++index) {
-        const Item& item = items_[static_cast<std::size_t>(index)];
-        if (Label(item.label).Hotkey() != key.character) continue;
+        if (!Answers(items_[static_cast<std::size_t>(index)], key)) continue;
         chosen_ = index;
         Act(index);
         return true;
     }
     return false;
+}
+
+bool Menu::Answers(const Item& item, const KeyPress& key) {
+    if (!item.shortcut.empty() && KeyName(key) == item.shortcut) return true;
+    return IsLetter(key) && Label(item.label).Hotkey() == key.character;
 }
 
 // The act may replace the items, so it runs from a copy.
