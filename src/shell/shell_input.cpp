@@ -79,7 +79,7 @@ zo::ui::Point Shell::CellAt(int x, int y) const {
 }
 
 void Shell::HandlePointer(const PointerInput& pointer) {
-    if (pressables_stale_ || pending_) return;
+    if (!TakesInput()) return;
     const zo::ui::Point at = CellAt(pointer.x, pointer.y);
     bool changed = false;
     switch (pointer.action) {

@@ -74,6 +74,8 @@ public:
     const zo::ui::Frame& Draw();
     // Seconds until the next frame that is due by itself; negative when none is.
     double SecondsToNextFrame() const;
+    // Whether an event would reach what is on the screen. If not, a frame must come first.
+    bool TakesInput() const { return !pending_ && !pressables_stale_; }
     bool Done() const { return done_; }
     // The window is going away. Work is saved; when that fails the player is asked first, unless
     // this comes a second time.
@@ -106,6 +108,8 @@ public:
     const Kest::Progress& Progress() const { return progress_; }
     Kest::Unlocking Unlocking() const { return {parts_.content, progress_}; }
     bool IsPersistent() const { return parts_.persistent; }
+    // Progress begins empty: neither the player's own nor a number of closed tickets is shown.
+    bool IsFreshProfile() const { return !parts_.persistent && parts_.closed_override < 0; }
 
     double Now() const { return now_; }  // the frame clock, in seconds
     std::uint64_t CalendarSeconds() { return parts_.clock.CalendarSeconds(); }
