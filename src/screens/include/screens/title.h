@@ -1,0 +1,25 @@
+#pragma once
+
+#include "shell/screen.h"
+
+namespace Kest {
+
+// The screen that the game opens on: its name in large letters and a short menu, which grows with
+// the player's progress.
+class Title final : public Screen {
+public:
+    using Screen::Screen;
+
+    std::string_view Name() const override { return "title"; }
+    void Entered() override;
+    void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
+    void DescribeFrame(FrameRecord& record) const override;
+    bool Key(const zo::ui::KeyPress& key) override { return menu_.Key(key); }
+
+private:
+    std::string ContinueHint() const;
+
+    zo::ui::Menu menu_;
+};
+
+}  // namespace Kest

@@ -1,0 +1,98 @@
+#include "screens/title.h"
+
+#include "base/version.h"
+#include "exit.h"
+#include "logo.h"
+#include "shell/shell.h"
+
+namespace Kest {
+namespace {
+
+using zo::ui::Canvas;
+using zo::ui::Key;
+using zo::ui::Rect;
+using zo::ui::Role;
+
+constexpr int kTallRows = 40;
+constexpr std::string_view kTagline = "LC-1 service bench";
+
+struct TitleItem {
+    std::string_view label;
+    std::string_view shortcut;
+    std::string_view hint;
+    int stage;    // of unlocking, from which the item is offered
+    Place place;  // that must exist; Place::Title for the way out
+};
+constexpr TitleItem kItems[] = {
+    {"~C~ontinue", "", "", 0, Place::Bench},  // its hint names the ticket
+    {"Ticket ~b~oard", "", "Shifts and tickets.", 1, Place::Board},
+    {"~S~pec binder", "", "The LC-1 manual and protocol references.", 1, Place::Binder},
+    {"~O~ptions", "", "Sound, display, and play settings.", 0, Place::Options},
+    {"C~r~edits", "", "Credits and license notices.", 3, Place::Credits},
+    {"E~x~it to DOS", "Alt+X", "Closes Vantor Kest.", 0, Place::Title},
+};
+
+constexpr zo::ui::KeyItem kKeys[] = {
+    {.cap = "↑↓", .word = "Choose"},
+    {.key = {.key = Key::Enter}, .word = "Open"},
+    {.key = {.key = Key::Character, .character = U'x', .with = {.alt = true}}, .word = "Exit"},
+    {.key = {.key = Key::F11}, .word = "Full screen"},
+};
+
+void Choose(Shell& shell, Place place) {
+    if (place == Place::Title) {
+        AskToExit(shell, "Exit to DOS?");
+    } else if (place == Place::Bench) {
+        const kp::LoadedTicket* ticket = shell.Unlocking().ContinueTicket();
+        shell.Open(place, ticket ? ticket->ticket.id : std::string());
+    } else {
+        shell.Open(place);
+    }
+}
+
+int TextCentred(Canvas& canvas, int y, std::string_view text) {
+    const int x = (canvas.Columns() - static_cast<int>(text.size())) / 2;
+    return canvas.Text(x, y, text, Role::BootDim);
+}
+
+}  // namespace
+
+void Title::Entered() {
+    const int stage = shell_.Unlocking().Stage();
+    std::vector<zo::ui::Menu::Item> items;
+    for (const TitleItem& item : kItems) {
+        if (stage < item.stage || !shell_.Offers(item.place)) continue;
+        const std::string hint = item.hint.empty() ? ContinueHint() : std::string(item.hint);
+        items.push_back({item.label, item.shortcut, hint,
+                         [this, place = item.place] { Choose(shell_, place); }});
+    }
+    menu_.Set(std::move(items));
+}
+
+std::string Title::ContinueHint() const {
+    const kp::LoadedTicket* current = shell_.Content().FindTicket(shell_.Progress().current);
+    return current ? "Opens " + current->ticket.title + " on the bench." : "Opens the bench.";
+}
+
+void Title::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
+    const bool tall = canvas.Rows() >= kTallRows;
+    const Logo logo(canvas.Columns(), canvas.Rows());
+    const int tagline = logo.area.Bottom() + 1;
+    const int version = tagline + 1;
+    canvas.Fill({0, logo.area.y - 1, canvas.Columns(), version + 3 - logo.area.y}, U' ',
+                Role::Boot);
+    logo.Draw(canvas);
+    TextCentred(canvas, tagline, kTagline);
+    TextCentred(canvas, version, "Version " + std::string(base::Version()));
+    const int x = (canvas.Columns() - zo::ui::Menu::kWidth) / 2;
+    menu_.Draw(canvas, pressables, {x, tagline + (tall ? 7 : 3)}, "MENU");
+}
+
+// What a failed save said stands here until the next save works.
+void Title::DescribeFrame(FrameRecord& record) const {
+    record.standing_alert = !shell_.SaveFailure().empty();
+    record.standing = record.standing_alert ? shell_.SaveFailure() : menu_.ChosenHint();
+    record.keys.assign(std::begin(kKeys), std::end(kKeys));
+}
+
+}  // namespace Kest
