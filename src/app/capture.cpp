@@ -1,0 +1,59 @@
+#include "capture.h"
+
+#include <cstdio>
+
+#include "automation.h"
+#include "game_places.h"
+#include "scene.h"
+
+namespace Kest {
+namespace {
+
+constexpr int kLeastDots = 100;
+constexpr int kMostDots = 400;
+constexpr float kUsualDots = 96;
+
+float DisplayScale(int dots_per_inch) {
+    const bool forced = dots_per_inch >= kLeastDots && dots_per_inch <= kMostDots;
+    return forced ? static_cast<float>(dots_per_inch) / kUsualDots : 1;
+}
+
+void RunFrames(Shell& shell, VirtualClock& clock, double seconds) {
+    for (const double end = clock.Seconds() + seconds; clock.Seconds() < end;) {
+        clock.NextFrame();
+        shell.Advance();
+        if (shell.NeedsDraw()) shell.Draw();
+    }
+}
+
+}  // namespace
+
+int RunCapture(const LaunchOptions& options, const Appearance& appearance,
+               const kp::Content& content, zo::platform::System& system) {
+    const TemporaryFolder folder(system);
+    VirtualClock clock;
+    Shell shell({.content = content,
+                 .clock = clock,
+                 .disk = system.SystemDisk(),
+                 .data_folder = folder.Path(),
+                 .persistent = false,
+                 .closed_override = options.closed,
+                 .places = GamePlaces()});
+    shell.SetAppearance(appearance);
+    shell.SetWindow(options.size, DisplayScale(options.dots_per_inch));
+    shell.HoldCaret();
+
+    Scene scene(options.scene);
+    scene.Build(shell);
+    RunFrames(shell, clock,
+              options.capture_delay > 0 ? options.capture_delay : scene.DelaySeconds());
+    scene.OpenOverlays(shell);
+    RunFrames(shell, clock, kFrameSeconds);
+
+    const base::Status written = system.WritePicture(shell.Draw(), options.size, options.capture);
+    if (written) return 0;
+    std::fprintf(stderr, "capture: %s\n", written.Message().c_str());
+    return 1;
+}
+
+}  // namespace Kest

@@ -1,0 +1,98 @@
+#include "command_line.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+
+#include "base/format.h"
+
+namespace Kest {
+namespace {
+
+constexpr zo::ui::PixelSize kLeastSize = {320, 240};
+constexpr int kMostPixels = 16384;  // either way; a larger picture would not fit the memory
+
+// Reads as far as the text is a number and gives 0 when it is none.
+int Integer(const std::string& text) {
+    const long value = std::strtol(text.c_str(), nullptr, 10);
+    return static_cast<int>(std::clamp<long>(value, INT_MIN, INT_MAX));
+}
+
+using Options = LaunchOptions;
+using Word = const std::string&;
+
+struct Option {
+    const char* name;
+    const char* argument;  // what the usage text calls it; null for a switch
+    const char* effect;
+    void (*apply)(Options& options, Word word);
+};
+constexpr Option kOptions[] = {
+    {"--windowed", nullptr, "never start full screen", [](Options& o, Word) { o.windowed = true; }},
+    {"--width", "PIXELS", "width of the window, at least 320",
+     [](Options& o, Word w) {
+         o.size.width = std::clamp(Integer(w), kLeastSize.width, kMostPixels);
+     }},
+    {"--height", "PIXELS", "height of the window, at least 240",
+     [](Options& o, Word w) {
+         o.size.height = std::clamp(Integer(w), kLeastSize.height, kMostPixels);
+     }},
+    {"--look", "NAME", "classic or modern", [](Options& o, Word w) { o.look = w; }},
+    {"--theme", "NAME", "vga, amber, green or lcd", [](Options& o, Word w) { o.theme = w; }},
+    {"--text", "SIZE", "large or normal",
+     [](Options& o, Word w) { o.large_text = w == "large"    ? 1
+                                             : w == "normal" ? 0
+                                                             : -1; }},
+    {"--vi", nullptr, "switch vi keys on for this run", [](Options& o, Word) { o.vi_keys = true; }},
+    {"--closed", "COUNT", "treat so many tickets as closed; progress is not saved",
+     [](Options& o, Word w) { o.closed = std::max(Integer(w), 0); }},
+    {"--fresh", nullptr, "treat no ticket as closed; progress is not saved",
+     [](Options& o, Word) { o.closed = 0; }},
+    {"--capture", "FILE", "write a picture to the file and end",
+     [](Options& o, Word w) { o.capture = w; }},
+    {"--scene", "WORDS", "what the picture shows: words separated by colons",
+     [](Options& o, Word w) { o.scene = w; }},
+    {"--capture-delay", "SECONDS", "time that passes before the picture",
+     [](Options& o, Word w) { o.capture_delay = std::strtod(w.c_str(), nullptr); }},
+    {"--dpi", "COUNT", "dots per inch of the picture, from 100 to 400",
+     [](Options& o, Word w) { o.dots_per_inch = Integer(w); }},
+    {"--smoke", nullptr, "check the program itself and end",
+     [](Options& o, Word) { o.smoke = true; }},
+    {"--audio-render", "FILE", "write the soundtrack to a WAV file and end",
+     [](Options& o, Word w) { o.audio_render = w; }},
+    {"--fonts", nullptr, "list the font families and end",
+     [](Options& o, Word) { o.fonts = true; }},
+    {"--help", nullptr, "show this list", [](Options& o, Word) { o.help = true; }},
+    {"--version", nullptr, "show the version", [](Options& o, Word) { o.version = true; }},
+};
+
+const Option* FindOption(std::string_view name) {
+    const auto* found = std::find_if(std::begin(kOptions), std::end(kOptions),
+                                     [&](const Option& option) { return option.name == name; });
+    return found == std::end(kOptions) ? nullptr : found;
+}
+
+}  // namespace
+
+LaunchOptions ParseCommandLine(std::span<const std::string_view> arguments) {
+    LaunchOptions options;
+    for (std::size_t k = 0; k < arguments.size(); ++k) {
+        const Option* option = FindOption(arguments[k]);
+        if (!option) continue;
+        const bool takes = option->argument && k + 1 < arguments.size();
+        option->apply(options, takes ? std::string(arguments[++k]) : std::string());
+    }
+    return options;
+}
+
+std::string UsageText() {
+    std::string text = "Usage: vantor-kest [options]\n";
+    for (const Option& option : kOptions) {
+        const std::string name =
+            option.argument ? base::Format("%s %s", option.name, option.argument) : option.name;
+        text += base::Format("  %-26s %s\n", name.c_str(), option.effect);
+    }
+    return text;
+}
+
+}  // namespace Kest

@@ -1,0 +1,26 @@
+#include "game_places.h"
+
+#include "screens/pause.h"
+#include "screens/title.h"
+
+namespace Kest {
+namespace {
+
+template <class AnyScreen>
+std::unique_ptr<Screen> Make(Shell& shell, std::string_view) {
+    return std::make_unique<AnyScreen>(shell);
+}
+
+}  // namespace
+
+Places GamePlaces() {
+    Places places;
+    const auto at = [&](Place place) -> MakeScreen& {
+        return places[static_cast<std::size_t>(place)];
+    };
+    at(Place::Title) = Make<Title>;
+    at(Place::Pause) = Make<Pause>;
+    return places;
+}
+
+}  // namespace Kest

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "shell/shell.h"
+
+namespace Kest {
+
+// What a picture shows, as words separated by colons: a ticket's id, a shift ("shift-2"), a
+// screen's name, an overlay ("overlay-pause"), or a request that the screen itself understands.
+class Scene {
+public:
+    explicit Scene(std::string_view words);
+
+    // Opens the screen on its ticket and hands it its requests.
+    void Build(Shell& shell);
+    // Opens the overlays, which come after the delay.
+    void OpenOverlays(Shell& shell) const;
+    double DelaySeconds() const;
+
+private:
+    void ChooseTicket(Shell& shell);
+    Place ChooseScreen(Shell& shell);
+    void Request(Shell& shell, const std::string& word) const;
+
+    std::string text_;
+    std::vector<std::string> words_;
+    std::vector<std::string> overlays_;
+    bool names_ticket_ = false;
+};
+
+}  // namespace Kest
