@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "ticket/ticket.h"
+
+namespace kp {
+
+// A silence in ticks: after it the card must speak again, no sooner and no later.
+struct RetryWindow {
+    Tick first = 0;
+    Tick last = 0;  // 0: nothing is asked
+    bool Set() const { return last > 0; }
+};
+
+// A far end's settings. Each comes from the test's `peer` block when that has the key, else from
+// the ticket's; a key of the wrong type is its default, and a number beyond its limits is moved to
+// the nearest. Text and lists that cannot be read are the author's mistake: the first one is kept
+// as the problem, led by "test 3: " when it stands in the test's block.
+class PeerSettings {
+public:
+    // The ticket must outlive the settings.
+    PeerSettings(const kp::Ticket& ticket, std::size_t test) : ticket_(ticket), test_(test) {}
+
+    const kp::Ticket& Ticket() const { return ticket_; }
+    const kp::Test& Test() const { return ticket_.tests[test_]; }
+
+    bool Flag(std::string_view key, bool fallback) const;
+    std::int32_t Number(std::string_view key, std::int32_t fallback, std::int32_t least,
+                        std::int32_t most = std::numeric_limits<std::int32_t>::max()) const;
+    Tick Ticks(std::string_view key, std::int32_t fallback, std::int32_t least) const;
+    Bytes Hex(std::string_view key, std::string_view fallback);
+
+    // Lists, empty when the key is absent.
+    std::vector<std::string> Words(std::string_view key);
+    std::vector<Tick> TickList(std::string_view key);
+    RetryWindow Retry(std::string_view key);
+    std::vector<std::pair<Bytes, Bytes>> HexPairs(std::string_view key);
+
+    // Notes a problem of a key that was read without one.
+    void Fail(std::string_view key, const std::string& problem);
+    // Empty while everything read could be read.
+    const std::string& Problem() const { return problem_; }
+
+private:
+    const json::Value& Block(std::string_view key) const;
+    const json::Value& List(std::string_view key, std::string_view shape,
+                            bool (*fits)(const json::Value& value));
+    Bytes ParseHex(std::string_view key, const std::string& text);
+
+    const kp::Ticket& ticket_;
+    std::size_t test_;
+    std::string problem_;
+};
+
+}  // namespace kp
