@@ -1,0 +1,55 @@
+#include "responder_peer.h"
+
+#include <algorithm>
+
+#include "base/format.h"
+#include "ends_with.h"
+
+namespace kp {
+namespace {
+
+constexpr std::size_t kNotedBytes = 12;
+
+// The reply's label, or the beginning of its bytes.
+std::string Title(const Reply& reply) {
+    if (!reply.label.empty()) return reply.label;
+    std::string text;
+    for (std::size_t k = 0; k < std::min(reply.send.size(), kNotedBytes); ++k) {
+        text += base::Format(k == 0 ? "%02X" : " %02X", reply.send[k]);
+    }
+    return reply.send.size() > kNotedBytes ? text + " ..." : text;
+}
+
+}  // namespace
+
+ResponderPeer::ResponderPeer(PeerSettings& settings)
+    : replies_(settings.Test().replies),
+      gap_(settings.Number("gap", 1, 1)),
+      reply_within_(settings.Ticks("reply_within", 0, 0)) {}
+
+void ResponderPeer::Act(Tick tick, PeerLink&) {
+    now_ = tick;
+}
+
+void ResponderPeer::Receive(Tick tick, std::uint8_t byte, PeerLink& link) {
+    if (AllGiven()) return;
+    const Reply& reply = replies_[next_];
+    heard_.push_back(byte);
+    if (!EndsWith(heard_, reply.after)) return;
+    heard_.clear();
+    ++next_;
+    const Tick at = tick + static_cast<Tick>(reply.delay);
+    last_answer_ =
+        reply.send.empty() ? std::max(at, link.LineFreeAt()) : link.Send(at, reply.send, gap_);
+    link.Note(last_answer_, "Reply " + Title(reply));
+    if (reply_within_ > 0 && !AllGiven()) {
+        link.Expect(WindowKind::Deadline, last_answer_ + reply_within_, "the next request",
+                    last_answer_);
+    }
+}
+
+Tick ResponderPeer::NextAct() const {
+    return AllGiven() && !Done() ? last_answer_ : kNever;
+}
+
+}  // namespace kp
