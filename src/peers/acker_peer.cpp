@@ -1,0 +1,155 @@
+#include "acker_peer.h"
+
+#include <algorithm>
+
+#include "base/format.h"
+#include "card/byte_text.h"
+#include "windows.h"
+
+namespace kp {
+namespace {
+
+constexpr Tick kLateness = 20;  // of an ACK that comes late
+
+constexpr PlanWord<AckerFate> kWords[] = {
+    {"ack", AckerFate::Ack},          {"ok", AckerFate::Ack},
+    {"ack_late", AckerFate::AckLate}, {"nak", AckerFate::Nak},
+    {"garble", AckerFate::Nak},       {"busy", AckerFate::Busy},
+    {"drop", AckerFate::LostAck},     {"lost_ack", AckerFate::LostAck},
+    {"ignore", AckerFate::Ignore},
+};
+
+std::optional<AckerFate> ReadFate(std::string_view word) {
+    return FindWord(kWords, word);
+}
+
+bool Is(const Bytes& command, std::uint8_t byte) {
+    return command.size() == 1 && command.front() == byte;
+}
+
+std::string NoteBytes(const Bytes& bytes) {
+    std::string text;
+    for (const std::uint8_t byte : bytes) text += (text.empty() ? "" : " ") + NoteByte(byte);
+    return text.empty() ? "nothing" : text;
+}
+
+}  // namespace
+
+AckerPeer::AckerPeer(PeerSettings& settings)
+    : ack_(settings.Hex("ack", "06")),
+      nak_(settings.Hex("nak", "15")),
+      busy_(settings.Hex("busy", "18")),
+      delay_(settings.Ticks("delay", 2, 1)),
+      plan_(settings, ReadFate),
+      answers_with_flags_(settings.Flag("ack_seq", false)),
+      retry_after_(settings.Retry("retry_after")),
+      nak_retry_within_(settings.Ticks("nak_retry_within", 0, 0)),
+      frames_(settings.Number("frames", static_cast<int>(settings.Test().host.size()), 0)),
+      backoff_(settings.TickList("backoff")),
+      backoff_slack_(settings.Ticks("backoff_slack", 0, 0)),
+      commands_(settings.HexPairs("answers")),
+      final_(settings.Hex("final", "")),
+      decoder_(settings.Ticket().frame) {}
+
+void AckerPeer::Act(Tick tick, PeerLink&) {
+    now_ = tick;
+}
+
+bool AckerPeer::Done() const {
+    return acknowledged_ >= frames_ && (final_.empty() || now_ >= closed_at_);
+}
+
+Tick AckerPeer::NextAct() const {
+    return now_ < closed_at_ ? closed_at_ : kNever;
+}
+
+// Commands come first: a format without a sync would take them for the beginning of a frame.
+void AckerPeer::Receive(Tick tick, std::uint8_t byte, PeerLink& link) {
+    if (decoder_.Idle() && IsCommand(byte)) return HearCommand(tick, byte, link);
+    switch (decoder_.Take(byte)) {
+        case FrameDecoder::Place::Outside:
+            return HearCommand(tick, byte, link);
+        case FrameDecoder::Place::Inside:
+            return;
+        case FrameDecoder::Place::Last:
+            return HearFrame(tick, link);
+    }
+}
+
+bool AckerPeer::IsCommand(std::uint8_t byte) const {
+    return AnswerTo(byte) != nullptr || Is(final_, byte);
+}
+
+const Bytes* AckerPeer::AnswerTo(std::uint8_t command) const {
+    for (const auto& [bytes, answer] : commands_) {
+        if (Is(bytes, command)) return &answer;
+    }
+    return nullptr;
+}
+
+void AckerPeer::HearCommand(Tick tick, std::uint8_t command, PeerLink& link) {
+    Tick answered = tick;
+    if (const Bytes* answer = AnswerTo(command)) {
+        answered = link.Send(tick + delay_, *answer, 1);
+        link.Note(answered, "Answered " + NoteByte(command) + " with " + NoteBytes(*answer));
+    }
+    if (Is(final_, command)) closed_at_ = std::min(closed_at_, answered);
+}
+
+void AckerPeer::HearFrame(Tick tick, PeerLink& link) {
+    const std::string frame = base::Format("frame %d", ++received_);
+    AckerFate fate = plan_.Next();
+    const bool acknowledges = fate == AckerFate::Ack || fate == AckerFate::AckLate;
+    if (acknowledges && !decoder_.Intact()) fate = AckerFate::Nak;
+    if (fate != AckerFate::Busy) busy_in_a_row_ = 0;
+    switch (fate) {
+        case AckerFate::Ack:
+            ++acknowledged_;
+            Answer(tick + delay_, ack_, link);
+            return;
+        case AckerFate::AckLate:
+            ++acknowledged_;
+            link.Note(Answer(tick + delay_ + kLateness, ack_, link),
+                      "The ACK for " + frame + " is late");
+            return;
+        case AckerFate::Nak:
+            return Refuse(tick, frame, link);
+        case AckerFate::Busy:
+            return PutOff(tick, frame, link);
+        case AckerFate::LostAck:
+            link.Note(tick + delay_, "The ACK for " + frame + " was lost on the line");
+            return ExpectAgain(tick, frame, link);
+        case AckerFate::Ignore:
+            return ExpectAgain(tick, frame, link);
+    }
+}
+
+void AckerPeer::Refuse(Tick tick, const std::string& frame, PeerLink& link) {
+    const Tick answered = Answer(tick + delay_, nak_, link);
+    link.Note(answered, "Line noise damaged " + frame + " on the way in");
+    if (nak_retry_within_ == 0) return;
+    link.Expect(WindowKind::Deadline, answered + nak_retry_within_,
+                "the retransmission after the NAK of " + frame, answered);
+}
+
+void AckerPeer::PutOff(Tick tick, const std::string& frame, PeerLink& link) {
+    const Tick answered = Answer(tick + delay_, busy_, link);
+    link.Note(answered, "BUSY " + frame);
+    if (backoff_.empty()) return;
+    const Tick pause = backoff_[std::min(busy_in_a_row_++, backoff_.size() - 1)];
+    ExpectBetween(link, answered + pause, answered + pause + backoff_slack_,
+                  "the retry after BUSY to " + frame, answered);
+}
+
+void AckerPeer::ExpectAgain(Tick tick, const std::string& frame, PeerLink& link) const {
+    if (!retry_after_.Set()) return;
+    ExpectBetween(link, tick + retry_after_.first, tick + retry_after_.last,
+                  "the retransmission of " + frame, tick);
+}
+
+Tick AckerPeer::Answer(Tick tick, Bytes bytes, PeerLink& link) const {
+    if (answers_with_flags_ && decoder_.Flags()) bytes.push_back(*decoder_.Flags());
+    return link.Send(tick, bytes, 1);
+}
+
+}  // namespace kp
