@@ -1,35 +1,44 @@
 #include "peers/factory.h"
 
+#include <array>
+#include <type_traits>
+
+#include "acker_peer.h"
+#include "flow_peer.h"
 #include "none_peer.h"
+#include "responder_peer.h"
 #include "script_peer.h"
+#include "sender_peer.h"
+#include "xmodem_rx_peer.h"
+#include "xmodem_tx_peer.h"
 
 namespace kp {
 namespace {
 
-using Built = base::Result<std::unique_ptr<Peer>>;
+using Made = std::unique_ptr<Peer>;
 
-Built MakeNone(const Ticket&, const Test&) {
-    return {std::make_unique<NonePeer>()};
-}
-Built MakeScript(const Ticket&, const Test&) {
-    return {std::make_unique<ScriptPeer>()};
-}
-Built NotBuilt(const Ticket& ticket, const Test&) {
-    return base::Failure{"peer type \"" + std::string(PeerTypeName(ticket.peer_type)) +
-                         "\" is not built yet"};
+template <class FarEnd>
+Made Make(PeerSettings& settings) {
+    if constexpr (std::is_constructible_v<FarEnd, PeerSettings&>) {
+        return std::make_unique<FarEnd>(settings);
+    } else {
+        return std::make_unique<FarEnd>();
+    }
 }
 
-using Make = Built (*)(const Ticket&, const Test&);
-
-constexpr Make kMakers[] = {
+constexpr std::array<Made (*)(PeerSettings&), kPeerTypeNames.size()> kMakers = {
     // in the order of PeerType
-    MakeNone, MakeScript, NotBuilt, NotBuilt, NotBuilt, NotBuilt, NotBuilt, NotBuilt,
+    Make<NonePeer>,  Make<ScriptPeer>, Make<SenderPeer>,   Make<ResponderPeer>,
+    Make<AckerPeer>, Make<FlowPeer>,   Make<XmodemRxPeer>, Make<XmodemTxPeer>,
 };
 
 }  // namespace
 
-Built CreatePeer(const Ticket& ticket, const Test& test) {
-    return kMakers[static_cast<std::size_t>(ticket.peer_type)](ticket, test);
+base::Result<Made> CreatePeer(const Ticket& ticket, std::size_t test) {
+    PeerSettings settings(ticket, test);
+    Made peer = kMakers[static_cast<std::size_t>(ticket.peer_type)](settings);
+    if (!settings.Problem().empty()) return base::Failure{settings.Problem()};
+    return peer;
 }
 
 }  // namespace kp

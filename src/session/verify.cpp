@@ -38,7 +38,7 @@ void SumUp(VerifyResult& result) {
 
 base::Status BeginTest(Session& session, const Ticket& ticket, std::size_t test,
                        const Program& program, const ExpectedOutput* expected) {
-    auto peer = CreatePeer(ticket, ticket.tests[test]);
+    auto peer = CreatePeer(ticket, test);
     if (!peer) return Failure{peer.Message()};
     session.Begin(ticket, ticket.tests[test], program, std::move(*peer), expected);
     return {};

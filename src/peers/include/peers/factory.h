@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "base/result.h"
@@ -8,8 +9,9 @@
 
 namespace kp {
 
-// The far end of a test, built from the ticket's and the test's settings, or the sentence that says
-// why there is none.
-base::Result<std::unique_ptr<Peer>> CreatePeer(const Ticket& ticket, const Test& test);
+// The far end of the ticket's test `test`, counted from 0, or the line that says what is wrong with
+// its settings. The line names its test where the test's own block is at fault: "test 3: unknown
+// plan word "nack"".
+base::Result<std::unique_ptr<Peer>> CreatePeer(const Ticket& ticket, std::size_t test);
 
 }  // namespace kp

@@ -41,7 +41,8 @@ struct Reference {
 base::Result<Reference> ProveReference(const Ticket& ticket, std::string_view firmware,
                                        Session& session);
 
-// Begins a session on one test, far end included. Fails only when the ticket has no such far end.
+// Begins a session on one test, far end included. Fails, with CreatePeer's line, only when the far
+// end's settings cannot be read.
 base::Status BeginTest(Session& session, const Ticket& ticket, std::size_t test,
                        const Program& program, const ExpectedOutput* expected);
 
