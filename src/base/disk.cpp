@@ -83,7 +83,10 @@ Result<std::string> SystemDisk::Read(const fs::path& path) {
 Status SystemDisk::Write(const fs::path& path, std::string_view text) {
     File file = Open(path, "wb");
     if (!file) return LastError();
-    if (std::fwrite(text.data(), 1, text.size(), file.get()) != text.size()) return LastError();
+    // An empty view may have no data at all, which fwrite does not take.
+    if (!text.empty() && std::fwrite(text.data(), 1, text.size(), file.get()) != text.size()) {
+        return LastError();
+    }
     if (std::fclose(file.release()) != 0) return LastError();
     return {};
 }
