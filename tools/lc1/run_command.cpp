@@ -45,14 +45,16 @@ void WriteFarEnd(JsonLine& out, const kp::Session& session) {
     out.End();
 }
 
-void WriteCard(JsonLine& out, const kp::Processor& card) {
+void WriteCard(JsonLine& out, const kp::Processor& card, const kp::CardConfig& config) {
     constexpr int kListed[] = {kp::kA, kp::kB, kp::kC, kp::kD, kp::kCrc};
     out.Object("card");
     out.Text("state", kp::StateName(card.State()));
     out.Number("line", card.Line());
     for (const int number : kListed) {
+        // The crc register starts at $FFFF, also where no engine is fitted that could change it.
+        const bool fitted = number != kp::kCrc || config.crc;
         out.Number(kp::kRegisterNames[static_cast<std::size_t>(number)],
-                   card.RegisterValue(number));
+                   fitted ? card.RegisterValue(number) : 0);
     }
     out.Numbers("ram", card.Ram());
     out.End();
@@ -71,7 +73,7 @@ void WriteJson(const kp::Session& session, const kp::ExpectedOutput& expected) {
     out.End();
     WriteTrace(out, session);
     WriteFarEnd(out, session);
-    WriteCard(out, session.Card());
+    WriteCard(out, session.Card(), session.RunTicket().machine);
 }
 
 Outcome WriteErrors(const kp::Assembly& assembly, bool as_json) {

@@ -46,9 +46,9 @@ std::string ReadStandardInput() {
 
 std::optional<Problem> LoadTicket(const Request& request, kp::Ticket& ticket) {
     std::string text;
-    const std::optional<Problem> unread = NamesFiles(request)
-                                              ? ReadFile(request.ticket, text)
-                                              : ReadBuiltIn(request, kp::TicketFile, text);
+    std::optional<Problem> unread = NamesFiles(request)
+                                        ? ReadFile(request.ticket, text)
+                                        : ReadBuiltIn(request, kp::TicketFile, text);
     if (unread) return unread;
     json::Value value;
     json::Error error;

@@ -52,7 +52,7 @@ std::string Inked(std::string_view text, Ink ink, bool colour) {
 }
 
 void PutLine(std::string_view text) {
-    std::fwrite(text.data(), 1, text.size(), stdout);
+    if (!text.empty()) std::fwrite(text.data(), 1, text.size(), stdout);
     std::putchar('\n');
 }
 
