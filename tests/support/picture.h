@@ -22,7 +22,9 @@ inline std::string Text(const zo::ui::Frame& frame, const zo::ui::Rect& part) {
     for (int y = 0; y < part.height; ++y) {
         for (int x = 0; x < part.width; ++x) {
             zo::ui::Cell cell = frame.At(part.x + x, part.y + y);
-            if (cell.role == zo::ui::Role::Desktop) cell.glyph = U' ';
+            const bool desktop =
+                cell.role == zo::ui::Role::Desktop || cell.role == zo::ui::Role::Shadow;
+            if (desktop && cell.glyph == U'░') cell.glyph = U' ';
             cut.At(x, y) = cell;
         }
     }

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "shell/shell.h"
+#include "support/fake_system.h"
+#include "support/keys.h"
+#include "support/picture.h"
+
+namespace fake {
+
+// A campaign of one shift whose tickets have an id and a title and nothing else.
+inline kp::Content Campaign(
+    std::initializer_list<std::pair<std::string_view, std::string_view>> tickets) {
+    kp::Shift shift;
+    for (const auto& [id, title] : tickets) {
+        kp::LoadedTicket& loaded = shift.tickets.emplace_back();
+        loaded.ticket.id = id;
+        loaded.ticket.title = title;
+    }
+    kp::Content content;
+    content.shifts.push_back(std::move(shift));
+    return content;
+}
+
+// The shell on a small system, with a window of 80 by 25 cells.
+struct Game {
+    static constexpr zo::ui::PixelSize kSize = {640, 400};
+
+    explicit Game(kp::Content campaign, Kest::Places places = {}, int closed = -1)
+        : content(std::move(campaign)),
+          window(system.screen, system.clock),
+          shell({.content = content,
+                 .clock = system.clock,
+                 .disk = system.disk,
+                 .window = &window,
+                 .data_folder = system.DataFolder(),
+                 .closed_override = closed,
+                 .places = std::move(places)}) {
+        shell.SetAppearance({});
+        shell.SetWindow(kSize, 1);
+    }
+
+    // Each event meets a drawn screen, as in the frame loop.
+    void Handle(const zo::ui::InputEvent& event) {
+        Draw();
+        shell.Handle(event);
+    }
+    void Press(std::string_view script) {
+        for (const zo::ui::InputEvent& event : Keys(script)) Handle(event);
+    }
+    void Click(zo::ui::Point at) {
+        const zo::ui::Grid& grid = shell.Grid();
+        zo::ui::PointerInput pointer = {.action = zo::ui::PointerAction::Press,
+                                        .x = grid.LeftPixels() + at.x * grid.cell_width + 1,
+                                        .y = grid.RowTop(at.y) + 1,
+                                        .button = 1,
+                                        .with = {}};
+        Handle(pointer);
+        pointer.action = zo::ui::PointerAction::Release;
+        Handle(pointer);
+    }
+    void Wait(double seconds) { system.clock.seconds += seconds; }
+    const zo::ui::Frame& Draw() {
+        shell.Advance();
+        return shell.Draw();
+    }
+    std::string Text() { return fake::Text(Draw()); }
+    std::string Row(int y) { return fake::Row(Draw(), y); }
+    std::string_view TopName() {
+        shell.Advance();
+        return shell.Top() ? shell.Top()->Name() : std::string_view("none");
+    }
+
+    System system;
+    kp::Content content;
+    Window window;
+    Kest::Shell shell;
+};
+
+}  // namespace fake
