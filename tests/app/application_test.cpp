@@ -1,0 +1,124 @@
+#include "app/application.h"
+
+#include <doctest/doctest.h>
+
+#include "support/fake_system.h"
+#include "support/keys.h"
+#include "support/picture.h"
+
+using namespace Kest;
+
+namespace {
+
+int Run(fake::System& system, std::vector<std::string_view> arguments) {
+    return RunApplication(arguments, system);
+}
+
+void Feed(fake::System& system, std::string_view script) {
+    for (const zo::ui::InputEvent& event : fake::Keys(script)) {
+        system.screen.events.push_back(event);
+    }
+}
+
+const fake::Picture& Capture(fake::System& system, std::vector<std::string_view> arguments) {
+    arguments.insert(arguments.end(), {"--capture", "out.png"});
+    REQUIRE(Run(system, arguments) == 0);
+    return system.pictures.at("out.png");
+}
+
+std::string LastRow(const zo::ui::Frame& frame, int from_end) {
+    return fake::Row(frame, frame.grid.rows - from_end);
+}
+
+}  // namespace
+
+TEST_CASE("without a window there is a sentence and a failure") {
+    fake::System system;
+    system.no_window = "There is no display.";
+    CHECK(Run(system, {}) == 1);
+    CHECK(system.disk.files.empty());
+}
+
+TEST_CASE("the program opens on the title and ends where the player says so") {
+    fake::System system;
+    Feed(system, "x<Enter>");
+    CHECK(Run(system, {"--width", "640", "--height", "400"}) == 0);
+    REQUIRE(system.screen.frames.size() >= 2);
+    CHECK(fake::Row(system.screen.frames.front(), 8).ends_with("LC-1 service bench"));
+    CHECK(fake::Text(system.screen.frames.back()).find("Exit to DOS?") != std::string::npos);
+    CHECK(system.screen.events.empty());
+}
+
+TEST_CASE("nothing is drawn while nothing changes") {
+    fake::System system;
+    CHECK(Run(system, {}) == 0);
+    CHECK(system.screen.frames.size() == 1);
+    CHECK(system.clock.seconds == 0);
+}
+
+TEST_CASE("a picture has the size, the look and the text that were asked for") {
+    const struct {
+        std::vector<std::string_view> arguments;
+        int columns, rows;
+    } cases[] = {
+        {{"--width", "640", "--height", "400"}, 80, 25},
+        {{"--width", "640", "--height", "400", "--text", "normal"}, 160, 50},
+        {{"--width", "1280", "--height", "800", "--text", "normal"}, 160, 50},
+        {{"--width", "1280", "--height", "800", "--look", "modern"}, 142, 40},
+        {{"--width", "320", "--height", "240"}, 160, 60},
+    };
+    for (const auto& c : cases) {
+        fake::System system;
+        const fake::Picture& picture = Capture(system, c.arguments);
+        CHECK(picture.frame.grid.columns == c.columns);
+        CHECK(picture.frame.grid.rows == c.rows);
+        CHECK(fake::Text(picture.frame).find("LC-1 service bench") != std::string::npos);
+    }
+}
+
+TEST_CASE("a picture leaves the player's files alone and cleans up behind itself") {
+    fake::System system;
+    const std::string mine = R"({"version": 1, "current": "1-02-loopback"})";
+    system.disk.files["data/progress.json"] = mine;
+    const fake::Picture& picture = Capture(system, {"--fresh", "--scene", "title:overlay-pause"});
+    CHECK(fake::Row(picture.frame, 0) == " MENU");
+    CHECK(system.disk.files ==
+          std::map<std::filesystem::path, std::string>{{"data/progress.json", mine}});
+    CHECK(system.screen.frames.empty());
+}
+
+TEST_CASE("a scene puts its overlay over its screen") {
+    fake::System system;
+    const fake::Picture& picture = Capture(system, {"--scene", "title:overlay-pause"});
+    CHECK(LastRow(picture.frame, 1) == " ↑↓ Choose  Enter Open  Esc Close");
+}
+
+TEST_CASE("two pictures of one scene are the same") {
+    fake::System one;
+    fake::System two;
+    two.clock.seconds = 77;
+    CHECK(Capture(one, {"--scene", "title"}).frame == Capture(two, {"--scene", "title"}).frame);
+}
+
+TEST_CASE("what is not there is refused instead of shown") {
+    fake::System system;
+    CHECK(Run(system, {"--audio-render", "out.wav"}) == 1);
+    CHECK(Run(system, {"--smoke"}) == 1);
+    CHECK(Run(system, {"--version"}) == 0);
+    CHECK(Run(system, {"--help"}) == 0);
+    CHECK(system.screen.frames.empty());
+}
+
+TEST_CASE("content comes from the folder that the environment names") {
+    fake::System system;
+    const auto place = [&] {
+        const fake::Picture& picture =
+            Capture(system, {"--scene", "1-01-carrier-check:title:overlay-pause"});
+        return fake::Row(picture.frame, 0);
+    };
+    CHECK(place().ends_with("1-01 Carrier Check"));
+    system.environment["VANTORKEST_CONTENT"] = "mine";
+    CHECK(place().ends_with("1-01 Carrier Check"));  // no such folder
+    system.disk.files["mine/missions/campaign.json"] = R"({"version": 1, "shifts": []})";
+    CHECK(place() == " MENU");
+}
