@@ -14,7 +14,8 @@ using zo::ui::PointerInput;
 constexpr int kLeftButton = 1;
 
 bool IsFullScreenKey(const KeyPress& key) {
-    return key.Is(Key::F11) || key == KeyPress{.key = Key::Enter, .with = {.alt = true}};
+    const bool alt_enter = key.key == Key::Enter && key.with == zo::ui::Modifiers{.alt = true};
+    return key.Is(Key::F11) || alt_enter;
 }
 
 template <class... Handlers>
@@ -47,7 +48,7 @@ void Shell::HandleKey(const KeyPress& key) {
     caret_since_ = now_;
     redraw_ = true;
     if (IsFullScreenKey(key)) {
-        ToggleFullScreen();
+        if (!key.repeat) ToggleFullScreen();
         return;
     }
     Screen* top = Top();

@@ -1,8 +1,9 @@
+#include "ui/bars.h"
+
 #include <algorithm>
 
 #include "base/utf.h"
 #include "base/wrap.h"
-#include "ui/widgets.h"
 
 namespace zo::ui {
 namespace {

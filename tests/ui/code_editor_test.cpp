@@ -4,7 +4,7 @@
 
 #include "support/keys.h"
 #include "support/picture.h"
-#include "ui/widgets.h"
+#include "ui/pane.h"
 
 using namespace zo::ui;
 

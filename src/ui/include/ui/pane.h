@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string_view>
+
+#include "ui/canvas.h"
+#include "ui/frame_line.h"
+
+namespace zo::ui {
+
+// Clears a pane and draws its frame: double with a title chip when focused, else single. Facts for
+// the frame's lines go through a FrameLine of the same box; the title stands there already.
+FrameLine DrawPane(Canvas& canvas, const Rect& box, std::string_view title, bool focused);
+
+// An overlay's ground, double frame, title chip and its shade over what lies under it.
+void DrawOverlay(Canvas& canvas, const Rect& box, std::string_view title);
+
+}  // namespace zo::ui
