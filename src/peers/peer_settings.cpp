@@ -9,11 +9,8 @@
 namespace kp {
 namespace {
 
-// Longer than any test, and so short that sums of ticks stay far from the end of their range.
-constexpr std::int32_t kMostTicks = 1'000'000;
-
 Tick ToTicks(const json::Value& number) {
-    return static_cast<Tick>(std::clamp(json::ToInt(number.number), 0, kMostTicks));
+    return static_cast<Tick>(std::clamp(json::ToInt(number.number), 0, PeerSettings::kMostTicks));
 }
 
 bool IsArrayOf(const json::Value& value, bool (json::Value::*kind)() const) {
@@ -54,7 +51,7 @@ std::int32_t PeerSettings::Number(std::string_view key, std::int32_t fallback, s
 }
 
 Tick PeerSettings::Ticks(std::string_view key, std::int32_t fallback, std::int32_t least) const {
-    return static_cast<Tick>(Number(key, fallback, least, kMostTicks));
+    return static_cast<Tick>(Number(key, fallback, least));
 }
 
 Bytes PeerSettings::Hex(std::string_view key, std::string_view fallback) {

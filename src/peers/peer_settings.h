@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,6 +24,9 @@ struct RetryWindow {
 // as the problem, led by "test 3: " when it stands in the test's block.
 class PeerSettings {
 public:
+    // Longer than any test, and so short that sums of ticks stay far from the end of their range.
+    static constexpr std::int32_t kMostTicks = 1'000'000;
+
     // The ticket must outlive the settings.
     PeerSettings(const kp::Ticket& ticket, std::size_t test) : ticket_(ticket), test_(test) {}
 
@@ -33,7 +35,7 @@ public:
 
     bool Flag(std::string_view key, bool fallback) const;
     std::int32_t Number(std::string_view key, std::int32_t fallback, std::int32_t least,
-                        std::int32_t most = std::numeric_limits<std::int32_t>::max()) const;
+                        std::int32_t most = kMostTicks) const;
     Tick Ticks(std::string_view key, std::int32_t fallback, std::int32_t least) const;
     Bytes Hex(std::string_view key, std::string_view fallback);
 

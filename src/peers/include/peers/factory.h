@@ -11,7 +11,7 @@ namespace kp {
 
 // The far end of the ticket's test `test`, counted from 0, or the line that says what is wrong with
 // its settings. The line names its test where the test's own block is at fault: "test 3: unknown
-// plan word "nack"".
+// plan word "nack"". The ticket must outlive the far end.
 base::Result<std::unique_ptr<Peer>> CreatePeer(const Ticket& ticket, std::size_t test);
 
 }  // namespace kp
