@@ -28,8 +28,9 @@ bool AddWord(std::string_view word, SendingFate& fate) {
         return true;
     }
     const auto mark = FindWord(kWords, word);
-    if (mark && *mark != nullptr) fate.** mark = true;
-    return mark.has_value();
+    if (!mark) return false;
+    if (*mark != nullptr) fate.*(*mark) = true;
+    return true;
 }
 
 // Words joined with "+": "garble:5+lose_reply".
@@ -66,9 +67,7 @@ SenderPeer::SenderPeer(PeerSettings& settings)
 // come to it is not heard.
 void SenderPeer::Act(Tick tick, PeerLink& link) {
     if (phase_ == Phase::Sending && tick > last_byte_) Listen();
-    if (phase_ == Phase::Listening && tick >= last_byte_ + timeout_) {
-        HearNothing(tick, link);
-    }
+    if (phase_ == Phase::Listening && tick >= last_byte_ + timeout_) HearNothing(tick, link);
     if (phase_ == Phase::Resting && tick >= rest_until_) SendFrame(tick, link);
 }
 
