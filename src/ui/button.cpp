@@ -50,14 +50,14 @@ bool IsLetter(const KeyPress& key) {
 }  // namespace
 
 int ButtonCells(const Button& button) {
-    return Label(button.label).Cells() + (button.form == ButtonForm::Wide ? 4 : 2);
+    return Label(button.label).Cells() + (button.form == ButtonForm::Compact ? 2 : 4);
 }
 
 int DrawButton(Canvas& canvas, Pressables& pressables, Point at, const Button& button,
                std::function<void()> act) {
     const Rect area = {at.x, at.y, ButtonCells(button), 1};
     const ButtonLook& look = LookOf(button, area, pressables);
-    const int pad = button.form == ButtonForm::Wide ? 2 : 1;
+    const int pad = button.form == ButtonForm::Compact ? 1 : 2;
     canvas.Fill(area, U' ', look.role);
     canvas.Put(area.x, area.y, look.glyphs.left, look.ends);
     canvas.Text(area.x + pad, area.y, Label(button.label), look.role, look.hot);

@@ -12,6 +12,7 @@ namespace zo::ui {
 
 enum class ButtonForm : std::uint8_t {
     Wide,     // in dialogs: "[ Cancel ]"
+    Flat,     // the same on a pane, where nothing casts a shadow
     Compact,  // in strips and frames: "[Reset]"
 };
 
