@@ -1,0 +1,136 @@
+#include <doctest/doctest.h>
+
+#include <vector>
+
+#include "bench/bench_layout.h"
+
+using namespace Kest;
+using zo::ui::Rect;
+
+namespace {
+
+// Each pane once, however many tabs it has, and the rows that are no panels.
+std::vector<Rect> PlacesOf(const BenchLayout& layout) {
+    std::vector<Rect> places;
+    const auto add = [&](const Rect& rect) {
+        if (!rect.Empty() && std::ranges::count(places, rect) == 0) places.push_back(rect);
+    };
+    for (const Rect& panel : layout.panels) add(panel);
+    add(layout.coach);
+    return places;
+}
+
+// Disjoint rectangles inside an area of the same number of cells cover it.
+bool Tiles(const std::vector<Rect>& places, const Rect& area) {
+    int cells = 0;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const Rect& place = places[i];
+        if (Intersect(place, area) != place) return false;
+        cells += place.width * place.height;
+        for (std::size_t k = 0; k < i; ++k) {
+            if (!Intersect(place, places[k]).Empty()) return false;
+        }
+    }
+    return cells == area.width * area.height;
+}
+
+bool HasInner(const Rect& pane, int width, int height) {
+    return pane.width - 2 >= width && pane.height - 2 >= height;
+}
+
+bool KeepsLeastSizes(const BenchLayout& layout, bool host) {
+    const bool wide = layout.size == BenchSize::Wide;
+    const int text_width = wide ? 38 : 32;
+    const int text_height = wide ? 4 : 9;
+    for (const Panel panel : {Panel::Ticket, Panel::Hints, Panel::Spec, Panel::Notes}) {
+        if (!HasInner(layout.Of(panel), text_width, text_height)) return false;
+    }
+    if (host && !HasInner(layout.Of(Panel::Host), text_width, text_height)) return false;
+    const int editor_width = layout.size == BenchSize::Narrow ? 44 : 37;
+    return HasInner(layout.Of(Panel::Firmware), editor_width, 9) &&
+           HasInner(layout.Of(Panel::Card), 25, 6);
+}
+
+bool ShowsEveryLane(const BenchLayout& layout, int lanes) {
+    const Rect& trace = layout.Of(Panel::Trace);
+    const Rect inside = layout.size == BenchSize::Wide ? trace.Inner() : trace;
+    return layout.ticks.height == lanes + 1 && Intersect(layout.ticks, inside) == layout.ticks &&
+           Intersect(layout.labels, inside) == layout.labels &&
+           layout.labels.Right() == layout.ticks.x;
+}
+
+}  // namespace
+
+TEST_CASE("the bench's panes tile the body of every grid and keep their least sizes") {
+    int wrong = 0;
+    BenchShape first_wrong;
+    for (BenchShape shape{.columns = 80}; shape.columns <= 300; ++shape.columns) {
+        for (shape.rows = 25; shape.rows <= 100; ++shape.rows) {
+            for (const int variant : {0, 1, 2, 3, 4, 5, 6, 7}) {
+                shape.coached = (variant & 1) != 0;
+                shape.host = (variant & 2) != 0;
+                shape.card_rows = (variant & 4) != 0 ? 70 : 5;
+                for (shape.lanes = 3; shape.lanes <= 8; ++shape.lanes) {
+                    const BenchLayout layout = LayOutBench(shape);
+                    const Rect body{0, 1, shape.columns, shape.rows - 3};
+                    const bool right = Tiles(PlacesOf(layout), body) &&
+                                       KeepsLeastSizes(layout, shape.host) &&
+                                       ShowsEveryLane(layout, shape.lanes);
+                    if (!right && wrong++ == 0) first_wrong = shape;
+                }
+            }
+        }
+    }
+    CAPTURE(first_wrong.columns);
+    CAPTURE(first_wrong.rows);
+    CAPTURE(first_wrong.lanes);
+    CAPTURE(first_wrong.coached);
+    CAPTURE(first_wrong.host);
+    CAPTURE(first_wrong.card_rows);
+    CHECK(wrong == 0);
+}
+
+TEST_CASE("the panes stand where the bench is drawn by hand") {
+    const struct {
+        BenchShape shape;
+        std::vector<std::pair<Panel, Rect>> panels;
+    } cases[] = {
+        {{.columns = 160, .rows = 50, .lanes = 7, .card_rows = 12},
+         {{Panel::Ticket, {0, 1, 48, 27}},
+          {Panel::Hints, {0, 28, 48, 9}},
+          {Panel::Firmware, {48, 1, 68, 36}},
+          {Panel::Card, {116, 1, 44, 14}},
+          {Panel::Spec, {116, 15, 44, 11}},
+          {Panel::Host, {116, 26, 44, 11}},
+          {Panel::Strip, {0, 37, 160, 1}},
+          {Panel::Trace, {0, 38, 116, 10}},
+          {Panel::Notes, {116, 38, 44, 10}}}},
+        {{.columns = 106, .rows = 30, .lanes = 7, .card_rows = 17},
+         {{Panel::Firmware, {0, 1, 43, 18}},
+          {Panel::Ticket, {43, 1, 36, 18}},
+          {Panel::Host, {43, 1, 36, 18}},
+          {Panel::Card, {79, 1, 27, 18}},
+          {Panel::Strip, {0, 19, 106, 1}},
+          {Panel::Trace, {0, 20, 106, 8}}}},
+        {{.columns = 80, .rows = 25, .lanes = 3, .coached = true, .host = false},
+         {{Panel::Firmware, {0, 1, 46, 16}},
+          {Panel::Ticket, {46, 1, 34, 16}},
+          {Panel::Card, {46, 1, 34, 16}},
+          {Panel::Host, {}},
+          {Panel::Strip, {0, 17, 80, 1}},
+          {Panel::Trace, {0, 18, 80, 4}}}},
+    };
+    for (const auto& c : cases) {
+        const BenchLayout layout = LayOutBench(c.shape);
+        for (const auto& [panel, place] : c.panels) {
+            CAPTURE(c.shape.columns);
+            CAPTURE(static_cast<int>(panel));
+            CHECK(layout.Of(panel) == place);
+        }
+    }
+}
+
+TEST_CASE("a grid too small for the bench gets the layout of the least one") {
+    const BenchLayout least = LayOutBench({.columns = 80, .rows = 25});
+    CHECK(LayOutBench({.columns = 40, .rows = 12}).panels == least.panels);
+}
