@@ -1,0 +1,52 @@
+#include <array>
+
+#include "bench/bench.h"
+#include "bench/results.h"
+#include "shell/shell.h"
+
+namespace Kest {
+namespace {
+
+// Firmware that does not assemble, whatever the card.
+constexpr std::string_view kBroken =
+    "; Two mistakes to find.\nagain: tx $1FFFF\n       jmp nowhere\n";
+
+// The reference with its first output made twice, which is one byte too many for any ticket.
+std::string WithOutputTwice(const std::string& reference) {
+    std::size_t at = reference.find("tx ");
+    if (at == std::string::npos) at = reference.find("hout ");
+    if (at == std::string::npos) return reference;
+    const std::size_t end = std::min(reference.find('\n', at), reference.size());
+    return reference.substr(0, end) + "\n       " + reference.substr(at);
+}
+
+}  // namespace
+
+// The states are reached with firmware that is never written to the player's files.
+bool Bench::CaptureRequest(std::string_view request) {
+    if (request == "empty") {
+        SetFirmware("");
+    } else if (request == "errors") {
+        SetFirmware(kBroken);
+        RunOrPause();
+    } else if (request == "running") {
+        SetFirmware(loaded_.reference_text);
+        RunOrPause();
+    } else if (request == "failed") {
+        SetFirmware(WithOutputTwice(loaded_.reference_text));
+        run_.Verify();
+        RunToEnd();
+    } else if (request == "passed") {
+        SetFirmware(loaded_.reference_text);
+        run_.Verify();
+        RunToEnd();
+    } else if (request == "results") {
+        SetFirmware(loaded_.reference_text);
+        Verify();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+}  // namespace Kest

@@ -1,0 +1,84 @@
+#include "bench/bench_commands.h"
+
+#include <algorithm>
+#include <array>
+
+namespace Kest {
+namespace {
+
+using zo::ui::Key;
+using zo::ui::KeyPress;
+using zo::ui::Modifiers;
+
+constexpr Modifiers kControl{.shift = false, .control = true, .alt = false};
+constexpr Modifiers kControlShift{.shift = true, .control = true, .alt = false};
+constexpr Modifiers kAlt{.shift = false, .control = false, .alt = true};
+
+constexpr KeyPress Plain(Key key, Modifiers with = {}) {
+    return {key, 0, with, false};
+}
+constexpr KeyPress Control(char32_t c) {
+    return {Key::Character, c, kControl, false};
+}
+constexpr KeyPress Alt(char32_t c) {
+    return {Key::Character, c, kAlt, false};
+}
+
+constexpr std::array kKeys = {
+    // key, command, stage, word, listed, repeats
+    BenchKey{Plain(Key::F1), Command::Binder, 1, "Binder", Listed::Always},
+    BenchKey{Plain(Key::F2), Command::ToggleCard, 1, "Card", Listed::BelowHundred},
+    BenchKey{Plain(Key::F5), Command::RunOrPause, 0, "Run", Listed::Always},
+    BenchKey{Plain(Key::F6), Command::Step, 1, "Step", Listed::Always, true},
+    BenchKey{Plain(Key::F7), Command::RunToEnd, 2, "Fast", Listed::Always},
+    BenchKey{Plain(Key::F8), Command::Verify, 0, "Verify", Listed::Always},
+    BenchKey{Plain(Key::F10), Command::Menu, 2, "Menu", Listed::Always},
+    BenchKey{Plain(Key::Escape), Command::PauseOrMenu, 0, "Menu", Listed::Always},
+    BenchKey{Control(U'r'), Command::Reset, 1, "Reset", Listed::FromHundred},
+    BenchKey{Control(U's'), Command::Save, 0, "Save", Listed::FromHundred},
+    BenchKey{Plain(Key::Enter, kControl), Command::Verify},
+    BenchKey{Plain(Key::PageUp, kControl), Command::PreviousTest, 1, "", Listed::Never, true},
+    BenchKey{Plain(Key::PageDown, kControl), Command::NextTest, 1, "", Listed::Never, true},
+    BenchKey{Alt(U't'), Command::ShowTicket},
+    BenchKey{Alt(U'h'), Command::ShowHints},
+    BenchKey{Alt(U's'), Command::ShowSpec},
+    BenchKey{Alt(U'o'), Command::ShowHost},
+    BenchKey{Alt(U'n'), Command::ShowNotes},
+    BenchKey{Alt(U'c'), Command::ShowCard},
+    BenchKey{Plain(Key::Tab, kControl), Command::NextPanel, 0, "", Listed::Never, true},
+    BenchKey{Plain(Key::Tab, kControlShift), Command::PreviousPanel, 0, "", Listed::Never, true},
+};
+
+}  // namespace
+
+std::span<const BenchKey> BenchKeys() {
+    return kKeys;
+}
+
+const BenchKey* FindBenchKey(const KeyPress& key) {
+    KeyPress once = key;
+    once.repeat = false;
+    const auto found = std::ranges::find(kKeys, once, &BenchKey::key);
+    return found == kKeys.end() ? nullptr : &*found;
+}
+
+int StageOf(Command command) {
+    const auto found = std::ranges::find(kKeys, command, &BenchKey::command);
+    return found == kKeys.end() ? 0 : found->stage;
+}
+
+bool IsListed(const BenchKey& key, int columns) {
+    switch (key.listed) {
+        case Listed::Always:
+            return true;
+        case Listed::BelowHundred:
+            return columns < 100;
+        case Listed::FromHundred:
+            return columns >= 100;
+        case Listed::Never:
+            break;
+    }
+    return false;
+}
+
+}  // namespace Kest

@@ -1,0 +1,173 @@
+#include <array>
+
+#include "bench/bench.h"
+#include "shell/shell.h"
+#include "small_text.h"
+#include "ui/widgets.h"
+
+namespace Kest {
+namespace {
+
+using zo::ui::Canvas;
+using zo::ui::Edge;
+using zo::ui::FrameLine;
+using zo::ui::Label;
+using zo::ui::Point;
+using zo::ui::Pressables;
+using zo::ui::Rect;
+using zo::ui::Role;
+
+constexpr std::array<Panel, 6> kFramed = {Panel::Ticket, Panel::Hints, Panel::Card,
+                                          Panel::Spec,   Panel::Host,  Panel::Notes};
+
+struct PanelName {
+    std::string_view title;
+    std::string_view tab;  // its Alt key's letter marked
+};
+PanelName NameOf(Panel panel) {
+    switch (panel) {
+        case Panel::Ticket:
+            return {"TICKET", "~T~ICKET"};
+        case Panel::Hints:
+            return {"HINTS", "~H~INTS"};
+        case Panel::Spec:
+            return {"SPEC", "~S~PEC"};
+        case Panel::Host:
+            return {"HOST", "H~O~ST"};
+        case Panel::Notes:
+            return {"NOTES", "~N~OTES"};
+        case Panel::Card:
+            return {"CARD", ""};
+        default:
+            return {};
+    }
+}
+
+}  // namespace
+
+void Bench::LayOut(int columns, int rows) {
+    if (columns == shape_.columns && rows == shape_.rows) return;
+    shape_.columns = columns;
+    shape_.rows = rows;
+    shape_.lanes = trace_.Lanes();
+    shape_.host = HasHostTraffic(loaded_);
+    shape_.card_rows = CardPanel::RowCount(loaded_.ticket.machine, CardPaneWidth(columns, rows));
+    layout_ = LayOutBench(shape_);
+    panes_.SetLayout(layout_);
+    trace_.SetWidth(layout_.ticks.width);
+}
+
+void Bench::Draw(Canvas& canvas, Pressables& pressables) {
+    LayOut(canvas.Columns(), canvas.Rows());
+    DrawFirmware(canvas, pressables);
+    for (const Panel panel : kFramed) {
+        if (panes_.InFront(panel)) DrawPanel(canvas, pressables, panel);
+    }
+    TakeFocus(pressables, Panel::Strip);
+    strip_.Draw(canvas, pressables, layout_, run_, Stage(), panes_.HasFocus(Panel::Strip));
+    TakeFocus(pressables, Panel::Trace);
+    trace_.Draw(canvas, pressables, layout_, run_, panes_.HasFocus(Panel::Trace));
+}
+
+// A press anywhere in a panel gives it the focus, whatever else the press does.
+void Bench::TakeFocus(Pressables& pressables, Panel panel) {
+    pressables.Add(layout_.Of(panel)).focus = [this, panel] { panes_.Focus(panel); };
+}
+
+void Bench::DrawFirmware(Canvas& canvas, Pressables& pressables) {
+    const Rect& pane = layout_.Of(Panel::Firmware);
+    const bool focused = panes_.HasFocus(Panel::Firmware);
+    FrameLine top = zo::ui::DrawPane(canvas, pane, "FIRMWARE", focused);
+    top.Left(" EDIT ", Role::Chip);
+    const kp::Assembly& firmware = run_.Firmware();
+    if (const std::size_t errors = firmware.errors.size(); errors > 0) {
+        top.Right(SmallText(" ! %zu error%s ", errors, errors == 1 ? "" : "s"), Role::Fault);
+    } else {
+        top.Right(SmallText(" ROM %d of %d ", firmware.lines, loaded_.ticket.machine.rom),
+                  Role::PanelDim);
+        top.Right(" Assembled ", Role::PanelDim, 0);
+    }
+    const zo::ui::TextPosition caret = editor_.CaretAt();
+    FrameLine(canvas, pane, Edge::Bottom)
+        .Right(SmallText(" Ln %d, Col %d ", caret.line + 1, caret.column + 1), Role::PanelDim);
+    TakeFocus(pressables, Panel::Firmware);
+    editor_.Draw(canvas, pressables, pane, focused);
+}
+
+void Bench::DrawPanel(Canvas& canvas, Pressables& pressables, Panel panel) {
+    const Rect& pane = layout_.Of(panel);
+    TakeFocus(pressables, panel);
+    DrawPanelFrame(canvas, pressables, panel);
+    switch (panel) {
+        case Panel::Ticket:
+            ticket_.Draw(canvas, pressables, pane);
+            break;
+        case Panel::Hints:
+            // The button has the last row to itself.
+            hints_.Draw(canvas, pressables, {pane.x, pane.y, pane.width, pane.height - 1});
+            DrawHintButton(canvas, pressables, pane);
+            break;
+        case Panel::Card:
+            card_.Draw(canvas, pressables, pane, run_);
+            break;
+        case Panel::Spec:
+            spec_.Draw(canvas, pressables, pane, run_);
+            break;
+        case Panel::Host:
+            host_.Draw(canvas, pressables, pane, run_);
+            break;
+        case Panel::Notes:
+            notes_.Draw(canvas, pressables, pane);
+            break;
+        default:
+            break;
+    }
+}
+
+void Bench::DrawPanelFrame(Canvas& canvas, Pressables& pressables, Panel panel) {
+    const Rect& pane = layout_.Of(panel);
+    const bool focused = panes_.HasFocus(panel);
+    const bool narrow_card = panel == Panel::Card && panes_.IsTab(panel);
+    if (panes_.IsTab(panel) && !narrow_card) {
+        zo::ui::DrawPane(canvas, pane, "", focused);
+        DrawTabs(canvas, pressables, panel);
+        return;
+    }
+    FrameLine top = zo::ui::DrawPane(canvas, pane, NameOf(panel).title, focused);
+    if (narrow_card) top.Right(" F2 ", focused ? Role::TitleActive : Role::Title);
+    if (panel == Panel::Hints) {
+        top.Left(SmallText(" %d of %zu ", HintsShown(), loaded_.ticket.hints.size()),
+                 focused ? Role::TitleActive : Role::Title);
+    }
+}
+
+// The names of the panels that share a pane, the one in front in brackets.
+void Bench::DrawTabs(Canvas& canvas, Pressables& pressables, Panel panel) {
+    const Rect& pane = layout_.Of(panel);
+    int x = pane.x + 1;
+    for (const Panel other : kFramed) {
+        if (other == Panel::Card || layout_.Of(other) != pane) continue;
+        const bool chosen = other == panel;
+        const Role role = chosen ? Role::TabOn : Role::Tab;
+        const Label label(NameOf(other).tab);
+        const Rect area{x, pane.y, label.Cells() + (chosen ? 2 : 0), 1};
+        if (chosen) canvas.Put(x++, pane.y, U'[', role);
+        x = canvas.Text(x, pane.y, label, role, role);
+        if (chosen) canvas.Put(x++, pane.y, U']', role);
+        ++x;
+        pressables.Add(area).act = [this, other] { panes_.Raise(other); };
+    }
+}
+
+void Bench::DrawHintButton(Canvas& canvas, Pressables& pressables, const Rect& pane) {
+    const zo::ui::Button button{
+        .label = "Show hint",
+        .hint = "The next hint.",
+        .form = zo::ui::ButtonForm::Flat,
+        .enabled = HintsShown() < static_cast<int>(loaded_.ticket.hints.size()),
+        .focused = false};
+    const Point at{pane.Right() - 2 - zo::ui::ButtonCells(button), pane.Bottom() - 2};
+    zo::ui::DrawButton(canvas, pressables, at, button, [this] { ShowNextHint(); });
+}
+
+}  // namespace Kest

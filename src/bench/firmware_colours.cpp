@@ -1,0 +1,81 @@
+#include "bench/firmware_colours.h"
+
+#include <algorithm>
+#include <string>
+
+#include "card/instructions.h"
+
+namespace Kest {
+namespace {
+
+using zo::ui::Role;
+
+bool IsBlank(char32_t c) {
+    return c == U' ' || c == U'\t';
+}
+bool IsDigit(char32_t c) {
+    return c >= U'0' && c <= U'9';
+}
+bool IsName(char32_t c) {
+    return IsDigit(c) || (c >= U'a' && c <= U'z') || (c >= U'A' && c <= U'Z') || c == U'_' ||
+           c == U'.';
+}
+
+bool StartsNumber(std::u32string_view line, std::size_t at) {
+    const char32_t c = line[at];
+    if (c == U'-') return at + 1 < line.size() && IsDigit(line[at + 1]);
+    return c == U'$' || c == U'%' || IsDigit(c);
+}
+
+std::size_t EndOfQuote(std::u32string_view line, std::size_t at) {
+    for (std::size_t i = at + 1; i < line.size(); ++i) {
+        if (line[i] == U'\\') {
+            ++i;
+        } else if (line[i] == U'\'') {
+            return i + 1;
+        }
+    }
+    return line.size();
+}
+
+std::size_t EndOfName(std::u32string_view line, std::size_t at) {
+    while (at < line.size() && IsName(line[at])) ++at;
+    return at;
+}
+
+Role RoleOfName(std::u32string_view name, bool before_colon) {
+    const std::string plain(name.begin(), name.end());
+    if (before_colon) return Role::CodeLabel;
+    if (plain == "def" || plain == "DEF") return Role::CodeDef;
+    if (kp::FindInstruction(plain) != nullptr) return Role::CodeOp;
+    if (kp::FindRegister(plain)) return Role::CodeReg;
+    return Role::CodeLabel;
+}
+
+}  // namespace
+
+void ColourFirmware(std::u32string_view line, std::vector<zo::ui::Span>& spans) {
+    for (std::size_t at = 0; at < line.size();) {
+        const char32_t c = line[at];
+        std::size_t end = at + 1;
+        Role role = Role::CodePunct;
+        if (IsBlank(c)) {
+            ++at;
+            continue;
+        }
+        if (c == U';') {
+            end = line.size(), role = Role::CodeNote;
+        } else if (c == U'\'') {
+            end = EndOfQuote(line, at), role = Role::CodeStr;
+        } else if (StartsNumber(line, at)) {
+            end = EndOfName(line, at + 1), role = Role::CodeNum;
+        } else if (IsName(c)) {
+            end = EndOfName(line, at);
+            role = RoleOfName(line.substr(at, end - at), end < line.size() && line[end] == U':');
+        }
+        spans.push_back({static_cast<int>(at), static_cast<int>(end - at), role});
+        at = end;
+    }
+}
+
+}  // namespace Kest

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "bench/bench_commands.h"
+#include "bench/bench_layout.h"
+#include "bench/bench_run.h"
+#include "bench/card_panel.h"
+#include "bench/pane_stack.h"
+#include "bench/stream_panels.h"
+#include "bench/strip.h"
+#include "bench/trace_panel.h"
+#include "shell/screen.h"
+#include "ui/code_editor.h"
+#include "ui/text_pane.h"
+
+namespace Kest {
+
+// The bench on a ticket, or a screen that says that there is no such ticket.
+std::unique_ptr<Screen> MakeBench(Shell& shell, std::string_view ticket_id);
+
+// The screen on which a ticket is solved.
+class Bench final : public Screen {
+public:
+    Bench(Shell& shell, const kp::LoadedTicket& loaded);
+
+    std::string_view Name() const override { return "bench"; }
+    void Entered() override;
+    void Left() override;
+    void Covered() override;
+    void Update(double now) override;
+    std::optional<double> NextFrameAt() const override;
+    void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
+    void DescribeFrame(FrameRecord& record) const override;
+    bool Key(const zo::ui::KeyPress& key) override;
+    bool Text(std::string_view utf8) override;
+    base::Status SaveWork() override;
+    // "empty", "errors", "running", "failed", "passed", "results".
+    bool CaptureRequest(std::string_view request) override;
+
+    const BenchRun& Run() const { return run_; }
+
+private:
+    int Stage() const;
+    bool IsOpen(const BenchKey& key) const;
+    bool IsNamed(const BenchKey& key) const;
+
+    // What commands do (bench.cpp).
+    void Do(Command command);
+    void RunOrPause();
+    void Step();
+    void RunToEnd();
+    void Reset();
+    void Verify();
+    void Ship();
+    void Save();
+    void OpenMenu();
+    void ToggleCard();
+    void Show(Panel panel);
+    void SelectTest(std::size_t test);
+    void TurnTest(int by);
+    void ChangeSpeed(int by);
+    void ShowNextHint();
+    void MovePanel(int by);
+
+    // What follows from them.
+    void Edited();
+    void Assemble();
+    void Refused();
+    void RunChanged();
+    void Report();
+    void MarkEditor();
+    void FillTicket();
+    void FillHints();
+    void FillNotes();
+    void SetFirmware(std::string_view text);
+    base::Status SaveIfDirty();
+    bool KeyInPanel(const zo::ui::KeyPress& key);
+    int HintsShown() const;
+
+    // Drawing (bench_draw.cpp).
+    void LayOut(int columns, int rows);
+    void DrawFirmware(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables);
+    void DrawPanel(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables, Panel panel);
+    void DrawPanelFrame(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables, Panel panel);
+    void DrawTabs(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables, Panel panel);
+    void DrawHintButton(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables,
+                        const zo::ui::Rect& pane);
+    void TakeFocus(zo::ui::Pressables& pressables, Panel panel);
+
+    const kp::LoadedTicket& loaded_;
+    BenchRun run_;
+    BenchShape shape_{.columns = 0, .rows = 0};  // no grid yet
+    BenchLayout layout_;
+    PaneStack panes_;
+    zo::ui::CodeEditor editor_;
+    zo::ui::TextPane ticket_;
+    zo::ui::TextPane hints_;
+    zo::ui::TextPane notes_;
+    CardPanel card_;
+    SpecPanel spec_;
+    HostPanel host_;
+    TracePanel trace_;
+    Strip strip_;
+    bool dirty_ = false;     // the text differs from its file
+    double updated_at_ = 0;  // on the frame clock
+};
+
+}  // namespace Kest

@@ -1,0 +1,156 @@
+#include "bench/results.h"
+
+#include <algorithm>
+
+#include "base/format.h"
+#include "bench/bench_commands.h"
+#include "save/unlocking.h"
+#include "shell/shell.h"
+#include "small_text.h"
+
+namespace Kest {
+namespace {
+
+using zo::ui::Canvas;
+using zo::ui::KeyPress;
+using zo::ui::Point;
+using zo::ui::Rect;
+using zo::ui::Role;
+
+constexpr int kWidth = 60;
+constexpr int kWidthUnderReference = 70;  // for the longer remark behind a score
+constexpr int kRemarkRow = 9;
+constexpr int kLeastRemarks = 2;
+// Columns of the table: where the name starts, where the numbers end, where the remark starts.
+constexpr int kName = 3, kThisRun = 22, kBest = 32, kReference = 43, kRemark = 46;
+
+// The keys that a raised stage has opened; empty when it opened none.
+std::string NewKeys(int stage_before, int stage_now, const PassedDeck& deck) {
+    std::string keys;
+    for (const BenchKey& key : BenchKeys()) {
+        const bool opened = key.stage > stage_before && key.stage <= stage_now;
+        const bool named = IsListed(key, deck.columns) || key.command == Command::Reset;
+        if (!opened || !named) continue;
+        if (key.command == Command::Binder && !deck.has_binder) continue;
+        keys += keys.empty() ? "New keys: " : ", ";
+        keys += zo::ui::KeyName(key.key) + " ";
+        keys += key.word;
+    }
+    return keys.empty() ? keys : keys + ".";
+}
+
+}  // namespace
+
+ResultsSummary CloseWith(const kp::Content& content, Progress& progress, const PassedDeck& deck) {
+    const kp::Ticket& ticket = deck.loaded.ticket;
+    const Unlocking unlocking{content, progress};
+    ResultsSummary summary;
+    const int stage_before = unlocking.Stage();
+    summary.first_close = !progress.IsClosed(ticket.id);
+    CloseTicket(progress, {.ticket_id = ticket.id,
+                           .lines = deck.verify.lines,
+                           .ticks = static_cast<std::int32_t>(deck.verify.ticks),
+                           .hints_revealed = progress.tickets[ticket.id].hints_revealed,
+                           .slot = deck.slot,
+                           .now = deck.now});
+    const TicketRecord& record = progress.tickets[ticket.id];
+    summary.ticket = ticket.id.substr(0, 4) + " " + ticket.title;
+    summary.passed = deck.verify.passed;
+    summary.total = deck.verify.total;
+    summary.ticks = {static_cast<int>(deck.verify.ticks), record.best_ticks,
+                     static_cast<int>(deck.loaded.reference.ticks)};
+    summary.lines = {deck.verify.lines, record.best_lines, deck.loaded.reference.lines};
+    summary.remarks.push_back(base::Format("Closed in shift %d: %d of %d", ticket.shift,
+                                           unlocking.ClosedCount(ticket.shift),
+                                           unlocking.RequiredCount(ticket.shift)));
+    std::string keys = NewKeys(stage_before, unlocking.Stage(), deck);
+    if (!keys.empty()) summary.remarks.push_back(std::move(keys));
+    summary.next = unlocking.NextTicket(ticket.id);
+    summary.offers_board = unlocking.Stage() >= 1;
+    return summary;
+}
+
+Results::Results(Shell& shell, ResultsSummary summary)
+    : Screen(shell), summary_(std::move(summary)) {
+    std::vector<zo::ui::ButtonRow::Item> items;
+    if (summary_.next != nullptr && shell_.Offers(Place::Bench)) {
+        items.push_back({"~N~ext ticket", "Opens " + summary_.next->ticket.title + " on the bench.",
+                         [this] { shell_.Open(Place::Bench, summary_.next->ticket.id); }});
+    }
+    items.push_back({"~K~eep editing", "Back to the firmware.", [this] { shell_.CloseOverlay(); }});
+    if (summary_.offers_board && shell_.Offers(Place::Board)) {
+        items.push_back(
+            {"Ticket ~b~oard", "Shifts and tickets.", [this] { shell_.Open(Place::Board); }});
+    }
+    buttons_.Set(std::move(items));
+}
+
+bool Results::IsUnderReference() const {
+    return summary_.ticks.this_run < summary_.ticks.reference ||
+           summary_.lines.this_run < summary_.lines.reference;
+}
+
+void Results::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
+    const int remarks = std::max(static_cast<int>(summary_.remarks.size()), kLeastRemarks);
+    const int width = IsUnderReference() ? kWidthUnderReference : kWidth;
+    const Rect box =
+        zo::ui::OverlayRect(canvas.Columns(), canvas.Rows(), width, kRemarkRow + remarks + 5);
+    zo::ui::DrawOverlay(canvas, box, "VERIFY");
+    canvas.Text(box.x + kName, box.y + 2,
+                SmallText("%d of %d passed%s", summary_.passed, summary_.total,
+                          summary_.first_close ? ". First solve." : ""),
+                Role::Dialog);
+    DrawScores(canvas, box);
+    for (std::size_t i = 0; i < summary_.remarks.size(); ++i) {
+        canvas.Text(box.x + kName, box.y + kRemarkRow + static_cast<int>(i), summary_.remarks[i],
+                    Role::Dialog);
+    }
+    canvas.Separator(box, box.Bottom() - 4, zo::ui::Lines::Double, Role::DialogFrame);
+    buttons_.Draw(canvas, pressables, {box.x + 1, box.Bottom() - 3, box.width - 2, 1});
+}
+
+void Results::DrawScores(Canvas& canvas, const Rect& box) const {
+    int y = box.y + 4;
+    canvas.TextRight(box.x + kThisRun, y, "This run", Role::DialogDim);
+    canvas.TextRight(box.x + kBest, y, "Best", Role::DialogDim);
+    canvas.TextRight(box.x + kReference, y, "Reference", Role::DialogDim);
+    ++y;
+    const SmallText tests("%d of %d", summary_.passed, summary_.total);
+    canvas.Text(box.x + kName, y, "Tests", Role::Dialog);
+    for (const int right : {kThisRun, kBest, kReference}) {
+        canvas.TextRight(box.x + right, y, tests, Role::Dialog);
+    }
+    DrawScore(canvas, {box.x, y + 1}, "Ticks", summary_.ticks);
+    DrawScore(canvas, {box.x, y + 2}, "Lines", summary_.lines);
+}
+
+void Results::DrawScore(Canvas& canvas, Point at, std::string_view name,
+                        const ResultsSummary::Score& score) const {
+    canvas.Text(at.x + kName, at.y, name, Role::Dialog);
+    canvas.TextRight(at.x + kThisRun, at.y, SmallText("%d", score.this_run), Role::Dialog);
+    canvas.TextRight(at.x + kBest, at.y, SmallText("%d", score.best), Role::Dialog);
+    canvas.TextRight(at.x + kReference, at.y, SmallText("%d", score.reference), Role::Dialog);
+    if (score.this_run > score.reference) return;
+    const bool under = score.this_run < score.reference;
+    canvas.Text(at.x + kRemark, at.y, under ? "√ under the reference" : "√ at par", Role::ChipOk);
+}
+
+void Results::DescribeFrame(FrameRecord& record) const {
+    record.title = "VERIFY";
+    record.place = summary_.ticket;
+    record.right = buttons_.FocusedHint();
+    record.keys.push_back({{}, "←→", "Choose"});
+    record.keys.push_back({{.key = zo::ui::Key::Enter}, "", "Press"});
+    record.keys.push_back({{.key = zo::ui::Key::Escape}, "", "Keep editing"});
+}
+
+bool Results::Key(const KeyPress& key) {
+    if (key.Is(zo::ui::Key::Escape)) {
+        shell_.CloseOverlay();
+        return true;
+    }
+    buttons_.Key(key);
+    return true;
+}
+
+}  // namespace Kest
