@@ -57,8 +57,7 @@ bool Processor::Receive(std::uint8_t byte) {
     return true;
 }
 
-bool Processor::RunTimer(Tick t) {
-    if (!timer_runs_ || t < timer_deadline_) return false;
+bool Processor::TimerRunsOut() {
     timer_runs_ = false;
     timer_out_ = true;
     return true;
@@ -84,9 +83,7 @@ Tick Processor::NextAct() const {
     return next;
 }
 
-void Processor::Run(Tick t, CardPorts& ports) {
-    executed_ = false;
-    if (state_ >= CardState::Halted || t < wait_until_) return;
+void Processor::RunInstruction(Tick t, CardPorts& ports) {
     words_[kClk] = static_cast<std::uint16_t>(t);
     Execute(steps_[pc_], t, ports);
 }

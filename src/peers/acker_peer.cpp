@@ -29,7 +29,10 @@ bool Is(const Bytes& command, std::uint8_t byte) {
 
 std::string NoteBytes(const Bytes& bytes) {
     std::string text;
-    for (const std::uint8_t byte : bytes) text += (text.empty() ? "" : " ") + NoteByte(byte);
+    for (const std::uint8_t byte : bytes) {
+        if (!text.empty()) text += ' ';
+        text += NoteByte(byte);
+    }
     return text.empty() ? "nothing" : text;
 }
 

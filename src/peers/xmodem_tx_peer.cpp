@@ -143,10 +143,12 @@ void XmodemTxPeer::SendBlock(Tick tick, PeerLink& link) {
 Bytes XmodemTxPeer::BuildBlock() const {
     const std::size_t begin = block_ * block_size_;
     const std::size_t end = std::min(begin + block_size_, file_.size());
-    Bytes block = {xmodem::kSoh, number_, xmodem::Complement(number_)};
-    block.insert(block.end(), file_.begin() + static_cast<std::ptrdiff_t>(begin),
-                 file_.begin() + static_cast<std::ptrdiff_t>(end));
-    block.resize(xmodem::kHeader + block_size_, xmodem::kSub);
+    Bytes block(xmodem::kHeader + block_size_, xmodem::kSub);
+    block[0] = xmodem::kSoh;
+    block[1] = number_;
+    block[2] = xmodem::Complement(number_);
+    std::copy(file_.begin() + static_cast<std::ptrdiff_t>(begin),
+              file_.begin() + static_cast<std::ptrdiff_t>(end), block.begin() + xmodem::kHeader);
     block.push_back(xmodem::Sum(std::span(block).subspan(xmodem::kHeader)));
     return block;
 }

@@ -56,9 +56,9 @@ void Session::Begin(const kp::Ticket& ticket, const kp::Test& test, const Progra
 bool Session::StepTick() {
     if (finished_) return false;
     if (tick_ == 0) Start();
-    HearCard();
+    if (!to_far_end_.Empty()) HearCard();
     peer_->Act(tick_, *this);
-    ArriveAtCard();
+    if (!to_card_.Empty()) ArriveAtCard();
     if (!finished_) {
         if (card_.RunTimer(tick_)) Record(Happening::TimerRanOut, 0, 0, 0);
         card_.Run(tick_, *this);

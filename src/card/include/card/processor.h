@@ -68,9 +68,12 @@ public:
     // A byte arrives from the line. False when the receive buffer was full and the byte is lost.
     bool Receive(std::uint8_t byte);
     // Lets the timer reach tick t; true when it runs out now.
-    bool RunTimer(Tick t);
+    bool RunTimer(Tick t) { return timer_runs_ && t >= timer_deadline_ && TimerRunsOut(); }
     // Runs the processor for tick t: one instruction, or one tick of waiting.
-    void Run(Tick t, CardPorts& ports);
+    void Run(Tick t, CardPorts& ports) {
+        executed_ = false;
+        if (state_ < CardState::Halted && t >= wait_until_) RunInstruction(t, ports);
+    }
     // Runs from tick `now` as Run would, tick after tick, as long as the next instruction touches
     // nothing outside the processor, and moves `now` to the first tick that it did not run: `until`
     // at the latest. A fault ends it on its own tick.
@@ -113,6 +116,8 @@ public:
     }
 
 private:
+    bool TimerRunsOut();
+    void RunInstruction(Tick t, CardPorts& ports);
     void Advance(CardPorts& ports);
     void JumpTo(std::uint16_t index);
     void FailWith(FaultKind kind, std::uint16_t value, CardPorts& ports);
