@@ -1,0 +1,92 @@
+#include "glyph_cache.h"
+
+#include <cmath>
+
+#include "box_lines.h"
+#include "shades.h"
+#include "signs.h"
+
+namespace zo::gpu {
+namespace {
+
+// A table by code point does: the faces have nothing beyond that a screen shows.
+constexpr char32_t kCodePoints = 0x2800;
+constexpr char32_t kReplacement = 0xFFFD;  // in the table's last place
+
+bool SameCells(const ui::Grid& a, const ui::Grid& b) {
+    return a.look == b.look && a.cell_width == b.cell_width && a.cell_height == b.cell_height &&
+           a.font_pixel == b.font_pixel && a.nine_wide == b.nine_wide;
+}
+
+Coverage CoverageOf(const Mask& mask) {
+    bool blank = true, crisp = true;
+    for (const Level level : mask.Levels()) {
+        blank = blank && level == 0;
+        crisp = crisp && (level == 0 || level == kFull);
+    }
+    return blank ? Coverage::Blank : crisp ? Coverage::Crisp : Coverage::Soft;
+}
+
+}  // namespace
+
+void GlyphCache::Prepare(const ui::Grid& grid) {
+    if (grid_.columns > 0 && SameCells(grid, grid_)) return;
+    grid_ = grid;
+    low_cell_ = static_cast<int>(std::floor(grid.cell_height));
+    for (std::size_t i = 0; i < rasters_.size(); ++i) {
+        rasters_[i] = FitRaster(grid, low_cell_ + static_cast<int>(i));
+        entries_[i].assign(kCodePoints + 1, {});
+    }
+    levels_.clear();
+}
+
+Glyph GlyphCache::Find(char32_t code_point, int cell_height) {
+    const std::size_t height = cell_height > low_cell_ ? 1 : 0;
+    const bool known = code_point < kCodePoints;
+    Entry& entry = entries_[height][known ? code_point : kCodePoints];
+    if (entry.offset < 0) {
+        entry = Keep(Draw(known ? code_point : kReplacement, rasters_[height], cell_height));
+    }
+    return {levels_.data() + entry.offset, entry.coverage};
+}
+
+GlyphCache::Entry GlyphCache::Keep(const Mask& mask) {
+    const Entry entry = {static_cast<std::int32_t>(levels_.size()), CoverageOf(mask)};
+    levels_.insert(levels_.end(), mask.Levels().begin(), mask.Levels().end());
+    return entry;
+}
+
+Mask GlyphCache::Draw(char32_t code_point, const Raster& raster, int cell_height) {
+    Mask cell(grid_.cell_width, cell_height);
+    if (IsBoxLine(code_point)) return DrawLine(code_point, raster, cell_height);
+    if (IsBlock(code_point)) {
+        DrawBlock(code_point, cell);
+    } else if (IsShade(code_point)) {
+        DrawFlatShade(code_point, cell);
+    } else if (IsTriangle(code_point)) {
+        Mask dots(raster.columns, raster.rows);
+        DrawTriangle(code_point, dots);
+        PutDots(dots, raster, Edge::Blank, cell);
+    } else if (code_point >= U' ' && !classic_.Draw(code_point, raster, cell)) {
+        classic_.Draw(kReplacement, raster, cell);
+    }
+    return cell;
+}
+
+Mask GlyphCache::DrawLine(char32_t code_point, const Raster& raster, int cell_height) const {
+    constexpr int kThickLineCell = 13;  // pixels; a modern line is two pixels thick from here
+    constexpr int kBoldLetters = 8;     // dots; letters have strokes of two dots from here
+    Mask cell(grid_.cell_width, cell_height);
+    if (grid_.look == ui::Look::Modern) {
+        const int thick = grid_.cell_width >= kThickLineCell ? 2 : 1;
+        DrawBoxLine(code_point, {thick, thick, true}, cell);
+        return cell;
+    }
+    const int thick = raster.columns >= kBoldLetters ? 2 : 1;
+    Mask dots(raster.columns, raster.rows);
+    DrawBoxLine(code_point, {thick, thick, false}, dots);
+    PutDots(dots, raster, Edge::Extended, cell);
+    return cell;
+}
+
+}  // namespace zo::gpu

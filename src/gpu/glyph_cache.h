@@ -1,0 +1,53 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "cells/grid_size.h"
+#include "classic_face.h"
+#include "raster.h"
+
+namespace zo::gpu {
+
+enum class Coverage : std::uint8_t {
+    Blank,  // no pixel is inked
+    Crisp,  // every pixel is ink or ground
+    Soft,
+};
+
+struct Glyph {
+    const Level* levels;  // of the cell's pixels, row by row
+    Coverage coverage;
+};
+
+// The glyphs of one grid's cells, each drawn when it is first asked for.
+class GlyphCache {
+public:
+    // Forgets the glyphs when the grid's cells are not like the last one's.
+    void Prepare(const ui::Grid& grid);
+    // Of a cell this high: modern rows are not all of one height. What the face lacks shows as a
+    // sign that stands for it. The levels are valid until the next call.
+    Glyph Find(char32_t code_point, int cell_height);
+
+    const Raster& DotRaster() const { return rasters_[0]; }
+
+private:
+    struct Entry {
+        std::int32_t offset = -1;  // into levels_
+        Coverage coverage = Coverage::Blank;
+    };
+
+    Mask Draw(char32_t code_point, const Raster& raster, int cell_height);
+    Mask DrawLine(char32_t code_point, const Raster& raster, int cell_height) const;
+    Entry Keep(const Mask& mask);
+
+    ui::Grid grid_ = {.columns = 0};
+    int low_cell_ = 0;  // height of the lower of the two kinds of rows, the other is a pixel higher
+    std::array<Raster, 2> rasters_;
+    std::array<std::vector<Entry>, 2> entries_;  // by code point, for each height
+    std::vector<Level> levels_;
+    ClassicFace classic_;
+};
+
+}  // namespace zo::gpu
