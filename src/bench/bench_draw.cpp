@@ -63,8 +63,7 @@ void Bench::Draw(Canvas& canvas, Pressables& pressables) {
     for (const Panel panel : kFramed) {
         if (panes_.InFront(panel)) DrawPanel(canvas, pressables, panel);
     }
-    TakeFocus(pressables, Panel::Strip);
-    strip_.Draw(canvas, pressables, layout_, run_, Stage(), panes_.HasFocus(Panel::Strip));
+    strip_.Draw(canvas, pressables, layout_, run_, stage_, panes_.HasFocus(Panel::Strip));
     TakeFocus(pressables, Panel::Trace);
     trace_.Draw(canvas, pressables, layout_, run_, panes_.HasFocus(Panel::Trace));
 }
@@ -165,7 +164,7 @@ void Bench::DrawHintButton(Canvas& canvas, Pressables& pressables, const Rect& p
         .hint = "The next hint.",
         .form = zo::ui::ButtonForm::Flat,
         .enabled = HintsShown() < static_cast<int>(loaded_.ticket.hints.size()),
-        .focused = false};
+        .focused = panes_.HasFocus(Panel::Hints)};
     const Point at{pane.Right() - 2 - zo::ui::ButtonCells(button), pane.Bottom() - 2};
     zo::ui::DrawButton(canvas, pressables, at, button, [this] { ShowNextHint(); });
 }

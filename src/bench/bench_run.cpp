@@ -72,13 +72,10 @@ void BenchRun::SetFirmware(std::string_view text) {
 
 void BenchRun::SelectTest(std::size_t test) {
     test_ = test;
+    test_title_ = TestNumber(test_, TestCount()) + ": " + loaded_.ticket.tests[test_].name;
     reference_ = RecordReference(loaded_, test_, reference_program_, scratch_);
     Forget();
-    Say(TestTitle() + ".");
-}
-
-std::string BenchRun::TestTitle() const {
-    return TestNumber(test_, TestCount()) + ": " + loaded_.ticket.tests[test_].name;
+    Say(test_title_ + ".");
 }
 
 bool BenchRun::Ready() {
@@ -120,7 +117,7 @@ bool BenchRun::Run() {
     if (!EnsureSession()) return false;
     state_ = RunState::Running;
     ticks_due_ = 1;
-    Say("Running " + TestTitle() + ".");
+    Say("Running " + test_title_ + ".");
     return true;
 }
 
@@ -195,7 +192,7 @@ bool BenchRun::Verify() {
         text += " " + verdict_text_;
         if (verdict.kind == kp::FailureKind::TickLimit) Explain(*failed);
     }
-    Say(std::move(text), failed.has_value());
+    Say(std::move(text));
     return true;
 }
 

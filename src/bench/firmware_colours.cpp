@@ -43,18 +43,18 @@ std::size_t EndOfName(std::u32string_view line, std::size_t at) {
     return at;
 }
 
-Role RoleOfName(std::u32string_view name, bool before_colon) {
+// "crc" is an instruction as well as a register: the first name of a line is the instruction.
+Role RoleOfName(std::u32string_view name, bool has_instruction) {
     const std::string plain(name.begin(), name.end());
-    if (before_colon) return Role::CodeLabel;
     if (plain == "def" || plain == "DEF") return Role::CodeDef;
-    if (kp::FindInstruction(plain) != nullptr) return Role::CodeOp;
-    if (kp::FindRegister(plain)) return Role::CodeReg;
-    return Role::CodeLabel;
+    if (!has_instruction && kp::FindInstruction(plain) != nullptr) return Role::CodeOp;
+    return kp::FindRegister(plain) ? Role::CodeReg : Role::CodeLabel;
 }
 
 }  // namespace
 
 void ColourFirmware(std::u32string_view line, std::vector<zo::ui::Span>& spans) {
+    bool has_instruction = false;
     for (std::size_t at = 0; at < line.size();) {
         const char32_t c = line[at];
         std::size_t end = at + 1;
@@ -71,7 +71,10 @@ void ColourFirmware(std::u32string_view line, std::vector<zo::ui::Span>& spans) 
             end = EndOfName(line, at + 1), role = Role::CodeNum;
         } else if (IsName(c)) {
             end = EndOfName(line, at);
-            role = RoleOfName(line.substr(at, end - at), end < line.size() && line[end] == U':');
+            const bool defines_label = end < line.size() && line[end] == U':';
+            role = defines_label ? Role::CodeLabel
+                                 : RoleOfName(line.substr(at, end - at), has_instruction);
+            has_instruction |= role == Role::CodeOp;
         }
         spans.push_back({static_cast<int>(at), static_cast<int>(end - at), role});
         at = end;

@@ -85,12 +85,12 @@ std::int64_t NumberStep(const Zoom& zoom) {
 // The first tick from which on a deadline is worth drawing: its byte cannot follow the one before
 // at once.
 Tick DeadlineOpens(std::span<const kp::TraceEvent> events, const kp::TimingWindow& window) {
-    Tick opens = window.from;
-    for (const kp::TraceEvent& event : events) {
-        if (event.tick > window.from) break;
-        if (event.kind == Happening::Transmitted) opens = std::max(window.from, event.tick + 2);
+    auto event = std::ranges::upper_bound(events, window.from, {}, &kp::TraceEvent::tick);
+    while (event != events.begin()) {
+        --event;
+        if (event->kind == Happening::Transmitted) return std::max(window.from, event->tick + 2);
     }
-    return opens;
+    return window.from;
 }
 
 bool HasNote(std::span<const kp::FarEndNote> notes, Tick tick) {

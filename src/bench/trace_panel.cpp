@@ -57,13 +57,17 @@ void TracePanel::DrawBar(Canvas& canvas, Pressables& pressables, const Rect& pan
     canvas.Fill({bar.x + 1, bar.y, track, 1}, U'░', Role::ScrollTrack);
     canvas.Fill({bar.x + 1 + at, bar.y, length, 1}, U'█', Role::ScrollThumb);
     canvas.Put(bar.Right() - 1, bar.y, U'►', Role::ScrollThumb);
-    const int thumb = bar.x + 1 + at;
-    pressables.Add(bar).press = [this, bar, thumb, length](const zo::ui::PointerPress& press) {
-        if (press.at.x == bar.x) return ScrollBy(-1);
-        if (press.at.x == bar.Right() - 1) return ScrollBy(1);
-        if (press.at.x < thumb) return ScrollBy(-std::int64_t{Span()});
-        if (press.at.x >= thumb + length) ScrollBy(Span());
+    const auto add = [&](int x, int cells, auto scroll) {
+        pressables.Add({x, bar.y, cells, 1}).press = [this, scroll](const zo::ui::PointerPress&) {
+            scroll(*this);
+        };
     };
+    const int thumb = bar.x + 1 + at;
+    add(bar.x, 1, [](TracePanel& trace) { trace.ScrollBy(-1); });
+    add(bar.x + 1, at, [](TracePanel& trace) { trace.ScrollBy(-std::int64_t{trace.Span()}); });
+    add(thumb + length, track - at - length,
+        [](TracePanel& trace) { trace.ScrollBy(trace.Span()); });
+    add(bar.Right() - 1, 1, [](TracePanel& trace) { trace.ScrollBy(1); });
 }
 
 void TracePanel::DrawLanes(Canvas& canvas, Pressables& pressables, const BenchLayout& layout) {

@@ -258,7 +258,7 @@ TEST_CASE("hints are shown one by one and counted") {
           "║                                              ║\n"
           "║                                              ║\n"
           "║                                              ║\n"
-          "║                                [ Show hint ] ║\n"
+          "║                                ► Show hint ◄ ║\n"
           "╚══════════════════════════════════════════════╝\n");
     game.Keys("<Enter><Enter>");
     CHECK(game.Row(38).starts_with("║                                · Show hint · ║"));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <doctest/doctest.h>
+
 #include <memory>
 #include <string>
 
@@ -39,6 +41,15 @@ struct Game {
     void Open(std::string_view ticket) {
         shell.SwitchTo(Kest::MakeBench(shell, ticket));
         shell.Advance();
+    }
+    void AddTicket(const std::string& id, std::string_view ticket, std::string_view reference) {
+        kp::ContentStore store;
+        store.Add(kp::TicketFile(id), std::string(ticket));
+        store.Add(kp::ReferenceFile(id), std::string(reference));
+        const base::Result<kp::LoadedTicket> loaded = kp::LoadOneTicket(store, id);
+        INFO(loaded.Message());
+        REQUIRE(loaded);
+        content.shifts.front().tickets.push_back(*loaded);
     }
     void Keys(std::string_view script) {
         for (const zo::ui::InputEvent& event : fake::Keys(script)) shell.Handle(event);

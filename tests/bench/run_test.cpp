@@ -78,11 +78,11 @@ TEST_CASE("every command says in one sentence what came of it") {
         {"rx a\nhalt", verify,
          "Verify: 0 of 2 passed. Test 1 of 2: The test ended after 0 of 2 expected transmitted "
          "bytes. Next expected: $48 ('H') as byte 1. The card halted at line 2.",
-         true, RunState::NotRunning, "!!"},
+         false, RunState::NotRunning, "!!"},
         {"rx a\ntx 0", verify,
          "Verify: 1 of 2 passed. Test 1 of 2: Tick 4: transmitted $00 as byte 1; the "
          "specification calls for $48 ('H').",
-         true, RunState::NotRunning, "!+"},
+         false, RunState::NotRunning, "!+"},
     };
     for (const auto& c : cases) {
         CAPTURE(c.firmware);

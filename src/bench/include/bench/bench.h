@@ -30,6 +30,7 @@ public:
     void Entered() override;
     void Left() override;
     void Covered() override;
+    void Uncovered() override;
     void Update(double now) override;
     std::optional<double> NextFrameAt() const override;
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
@@ -43,11 +44,10 @@ public:
     const BenchRun& Run() const { return run_; }
 
 private:
-    int Stage() const;
     bool IsOpen(const BenchKey& key) const;
     bool IsNamed(const BenchKey& key) const;
 
-    // What commands do (bench.cpp).
+    // What commands do (bench_actions.cpp).
     void Do(Command command);
     void RunOrPause();
     void Step();
@@ -56,11 +56,13 @@ private:
     void Verify();
     void Ship();
     void Save();
-    void OpenMenu();
+    void OpenBinder();
+    void PauseOrMenu();
     void ToggleCard();
     void Show(Panel panel);
     void SelectTest(std::size_t test);
     void TurnTest(int by);
+    void CycleSpeed();
     void ChangeSpeed(int by);
     void ShowNextHint();
     void MovePanel(int by);
@@ -77,7 +79,9 @@ private:
     void FillNotes();
     void SetFirmware(std::string_view text);
     base::Status SaveIfDirty();
+    bool SaveOrWarn();
     bool KeyInPanel(const zo::ui::KeyPress& key);
+    bool KeyOf(Panel panel, const zo::ui::KeyPress& key);
     int HintsShown() const;
 
     // Drawing (bench_draw.cpp).
@@ -90,7 +94,10 @@ private:
                         const zo::ui::Rect& pane);
     void TakeFocus(zo::ui::Pressables& pressables, Panel panel);
 
+    static constexpr int kFirmwareSlot = 1;
+
     const kp::LoadedTicket& loaded_;
+    std::string context_, detail_, place_;  // of the top bar
     BenchRun run_;
     BenchShape shape_{.columns = 0, .rows = 0};  // no grid yet
     BenchLayout layout_;
@@ -104,6 +111,7 @@ private:
     HostPanel host_;
     TracePanel trace_;
     Strip strip_;
+    int stage_ = 0;          // of the unlocking
     bool dirty_ = false;     // the text differs from its file
     double updated_at_ = 0;  // on the frame clock
 };

@@ -83,7 +83,7 @@ public:
     std::size_t TestIndex() const { return test_; }
     std::size_t TestCount() const { return loaded_.ticket.tests.size(); }
     TestMark Mark(std::size_t test) const { return marks_[test]; }
-    std::string TestTitle() const;  // "Test 2 of 6: One NAK"
+    const std::string& TestTitle() const { return test_title_; }  // "Test 2 of 6: One NAK"
     const ReferenceRun& CalledFor() const { return reference_; }
     // The last verify; null when the firmware has changed since.
     const kp::VerifyResult* LastVerify() const { return verified_ ? &*verified_ : nullptr; }
@@ -125,6 +125,7 @@ private:
     kp::Session scratch_;  // for whatever must not disturb the run that is shown
     ReferenceRun reference_;
     std::size_t test_ = 0;
+    std::string test_title_;
     bool begun_ = false;
     RunState state_ = RunState::NotRunning;
     int speed_ = kDefaultRunSpeed;

@@ -1,0 +1,199 @@
+#include <algorithm>
+#include <iterator>
+
+#include "bench/bench.h"
+#include "bench/results.h"
+#include "shell/shell.h"
+
+namespace Kest {
+
+void Bench::Do(Command command) {
+    struct Row {
+        Command command;
+        void (*act)(Bench& bench);
+    };
+    static constexpr Row kActs[] = {
+        {Command::Binder, [](Bench& bench) { bench.OpenBinder(); }},
+        {Command::ToggleCard, [](Bench& bench) { bench.ToggleCard(); }},
+        {Command::RunOrPause, [](Bench& bench) { bench.RunOrPause(); }},
+        {Command::Step, [](Bench& bench) { bench.Step(); }},
+        {Command::RunToEnd, [](Bench& bench) { bench.RunToEnd(); }},
+        {Command::Verify, [](Bench& bench) { bench.Verify(); }},
+        {Command::Menu, [](Bench& bench) { bench.shell_.Open(Place::Pause); }},
+        {Command::PauseOrMenu, [](Bench& bench) { bench.PauseOrMenu(); }},
+        {Command::Reset, [](Bench& bench) { bench.Reset(); }},
+        {Command::Save, [](Bench& bench) { bench.Save(); }},
+        {Command::PreviousTest, [](Bench& bench) { bench.TurnTest(-1); }},
+        {Command::NextTest, [](Bench& bench) { bench.TurnTest(1); }},
+        {Command::SlowerSpeed, [](Bench& bench) { bench.ChangeSpeed(-1); }},
+        {Command::FasterSpeed, [](Bench& bench) { bench.ChangeSpeed(1); }},
+        {Command::CycleSpeed, [](Bench& bench) { bench.CycleSpeed(); }},
+        {Command::ShowTicket, [](Bench& bench) { bench.Show(Panel::Ticket); }},
+        {Command::ShowHints, [](Bench& bench) { bench.Show(Panel::Hints); }},
+        {Command::ShowSpec, [](Bench& bench) { bench.Show(Panel::Spec); }},
+        {Command::ShowHost, [](Bench& bench) { bench.Show(Panel::Host); }},
+        {Command::ShowNotes, [](Bench& bench) { bench.Show(Panel::Notes); }},
+        {Command::ShowCard, [](Bench& bench) { bench.Show(Panel::Card); }},
+        {Command::NextPanel, [](Bench& bench) { bench.MovePanel(1); }},
+        {Command::PreviousPanel, [](Bench& bench) { bench.MovePanel(-1); }},
+    };
+    const auto row = std::ranges::find(kActs, command, &Row::command);
+    if (row != std::end(kActs)) row->act(*this);
+    shell_.RequestRedraw();
+}
+
+void Bench::RunOrPause() {
+    if (run_.State() == RunState::Running) {
+        run_.Pause();
+    } else {
+        const bool anew = run_.State() != RunState::Paused;
+        if (!run_.Run()) return Refused();
+        if (anew) trace_.ShowStart();
+    }
+    RunChanged();
+}
+
+void Bench::Step() {
+    if (run_.State() != RunState::Paused && run_.State() != RunState::Running) trace_.ShowStart();
+    if (!run_.Step()) return Refused();
+    trace_.Reveal(run_.ShownTick() - std::min<kp::Tick>(run_.ShownTick(), 1));
+    if (run_.State() == RunState::Failed) panes_.Raise(Panel::Notes);
+    RunChanged();
+}
+
+void Bench::RunToEnd() {
+    if (!run_.RunToEnd()) return Refused();
+    trace_.Follow(run_.ShownTick());
+    if (run_.State() == RunState::Failed) panes_.Raise(Panel::Notes);
+    RunChanged();
+}
+
+void Bench::Reset() {
+    run_.Reset();
+    trace_.ShowStart();
+    RunChanged();
+}
+
+// The firmware cannot run: the editor takes the focus, with the caret on the first error.
+void Bench::Refused() {
+    panes_.Focus(Panel::Firmware);
+    if (!editor_.Marks().errors.empty()) {
+        const zo::ui::EditorMarks::Error& error = editor_.Marks().errors.front();
+        editor_.SetCaret({error.line, error.column});
+    }
+    RunChanged();
+}
+
+void Bench::Verify() {
+    trace_.ShowStart();
+    if (!run_.Verify()) return Refused();
+    if (!run_.VerdictText().empty()) panes_.Raise(Panel::Notes);
+    RunChanged();
+    SaveOrWarn();
+    if (run_.LastVerify()->AllPassed()) Ship();
+}
+
+void Bench::Ship() {
+    const PassedDeck deck{.loaded = loaded_,
+                          .verify = *run_.LastVerify(),
+                          .slot = kFirmwareSlot,
+                          .now = shell_.CalendarSeconds(),
+                          .columns = shape_.columns,
+                          .has_binder = shell_.Offers(Place::Binder)};
+    ResultsSummary summary = CloseWith(shell_.Content(), shell_.Progress(), deck);
+    stage_ = shell_.Unlocking().Stage();
+    shell_.SaveProgress();
+    shell_.Push(std::make_unique<Results>(shell_, std::move(summary)));
+}
+
+void Bench::Save() {
+    dirty_ = true;
+    if (SaveOrWarn()) shell_.SetStatus("Firmware saved.");
+}
+
+bool Bench::SaveOrWarn() {
+    const base::Status saved = SaveIfDirty();
+    if (!saved) {
+        shell_.SetStatus("Firmware could not be saved: " + saved.Message(), Alert::Yes);
+    }
+    return static_cast<bool>(saved);
+}
+
+base::Status Bench::SaveIfDirty() {
+    if (!dirty_) return {};
+    base::Status saved = shell_.SaveFirmware(loaded_.ticket.id, kFirmwareSlot, editor_.Text());
+    if (saved) dirty_ = false;
+    return saved;
+}
+
+base::Status Bench::SaveWork() {
+    return SaveIfDirty();
+}
+
+void Bench::OpenBinder() {
+    const std::vector<std::string>& pages = loaded_.ticket.binder;
+    shell_.Open(Place::Binder, pages.empty() ? "lc1" : pages.front());
+}
+
+void Bench::PauseOrMenu() {
+    if (run_.State() == RunState::Running) {
+        RunOrPause();
+    } else {
+        shell_.Open(Place::Pause);
+    }
+}
+
+void Bench::ToggleCard() {
+    if (!panes_.IsTab(Panel::Card)) return;
+    if (panes_.InFront(Panel::Card)) {
+        panes_.Lower(Panel::Card);
+    } else {
+        panes_.Raise(Panel::Card);
+    }
+}
+
+// Tabs of a side pane come to the front without taking the keys from the editor.
+void Bench::Show(Panel panel) {
+    if (layout_.Of(panel).Empty()) return;
+    const bool is_tab = panes_.IsTab(panel);
+    const bool card_locked = panel == Panel::Card && stage_ < StageOf(Command::ToggleCard);
+    if (is_tab && card_locked) return;
+    panes_.Raise(panel);
+    if (!is_tab || layout_.size == BenchSize::Wide) panes_.Focus(panel);
+}
+
+void Bench::SelectTest(std::size_t test) {
+    run_.SelectTest(test);
+    trace_.ShowStart();
+    RunChanged();
+    shell_.RequestRedraw();
+}
+
+void Bench::TurnTest(int by) {
+    const auto count = static_cast<int>(run_.TestCount());
+    const int test = std::clamp(static_cast<int>(run_.TestIndex()) + by, 0, count - 1);
+    if (test != static_cast<int>(run_.TestIndex())) SelectTest(static_cast<std::size_t>(test));
+}
+
+void Bench::CycleSpeed() {
+    run_.SetSpeed((run_.Speed() + 1) % static_cast<int>(kRunSpeeds.size()));
+}
+
+void Bench::ChangeSpeed(int by) {
+    run_.SetSpeed(std::clamp(run_.Speed() + by, 0, static_cast<int>(kRunSpeeds.size()) - 1));
+}
+
+void Bench::ShowNextHint() {
+    if (HintsShown() == static_cast<int>(loaded_.ticket.hints.size())) return;
+    ++shell_.Progress().tickets[loaded_.ticket.id].hints_revealed;
+    shell_.SaveProgress();
+    FillHints();
+    shell_.RequestRedraw();
+}
+
+void Bench::MovePanel(int by) {
+    panes_.MoveFocus(by);
+    if (panes_.HasFocus(Panel::Strip) && !strip_.HasControls()) panes_.MoveFocus(by);
+}
+
+}  // namespace Kest
