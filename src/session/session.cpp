@@ -11,6 +11,9 @@ namespace {
 constexpr std::size_t kUsualEvents = 8192;
 constexpr std::size_t kUsualBytes = 1024;
 
+// Beyond every tick limit, with room for sums: what is scheduled later stays here.
+constexpr Tick kEndOfTime = 0x40000000;
+
 std::uint16_t StreamIndex(std::size_t position) {
     return static_cast<std::uint16_t>(std::min<std::size_t>(position, 65535));
 }
@@ -151,15 +154,17 @@ void Session::Record(Happening kind, std::uint16_t value, std::uint16_t index, s
 }
 
 Tick Session::Send(Tick tick, std::span<const std::uint8_t> bytes, int spacing) {
-    const auto step = static_cast<Tick>(std::max(spacing, 1));
+    const auto step = static_cast<std::uint64_t>(std::max(spacing, 1));
     Tick at = std::max({tick, line_free_, tick_});
     if (bytes.empty()) return line_free_ = at;
+    Tick last = at;
     for (const std::uint8_t byte : bytes) {
         to_card_.flights.push_back({at, byte});
-        at += step;
+        last = at;
+        at = static_cast<Tick>(std::min<std::uint64_t>(at + step, kEndOfTime));
     }
     line_free_ = at;
-    return at - step;
+    return last;
 }
 
 void Session::Expect(WindowKind kind, Tick until, std::string_view label, Tick from) {
