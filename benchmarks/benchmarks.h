@@ -6,6 +6,8 @@ namespace bench {
 
 // The card and its engine: ticks, steps, setting up, assembling.
 void RunCard(Report& report);
+// A judged tick of each far end's conversation.
+void RunFarEnds(Report& report);
 // Loading and proving the campaign, and lc1 as a process.
 void RunContent(Report& report);
 

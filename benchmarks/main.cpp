@@ -3,6 +3,7 @@
 int main(int argc, char** argv) {
     bench::Report report({argv + 1, argv + argc});
     bench::RunCard(report);
+    bench::RunFarEnds(report);
     bench::RunContent(report);
     return 0;
 }
