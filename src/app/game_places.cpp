@@ -1,5 +1,6 @@
 #include "game_places.h"
 
+#include "bench/bench.h"
 #include "screens/pause.h"
 #include "screens/title.h"
 
@@ -19,6 +20,7 @@ Places GamePlaces() {
         return places[static_cast<std::size_t>(place)];
     };
     at(Place::Title) = Make<Title>;
+    at(Place::Bench) = MakeBench;
     at(Place::Pause) = Make<Pause>;
     return places;
 }

@@ -68,7 +68,8 @@ double Scene::DelaySeconds() const {
 void Scene::Build(Shell& shell) {
     ChooseTicket(shell);
     const Place place = ChooseScreen(shell);
-    shell.Open(place, shell.Progress().current);
+    const kp::LoadedTicket* ticket = shell.Unlocking().ContinueTicket();
+    shell.Open(place, ticket ? ticket->ticket.id : std::string());
     shell.Advance();
     for (const std::string& word : words_) Request(shell, word);
 }

@@ -122,3 +122,43 @@ TEST_CASE("content comes from the folder that the environment names") {
     system.disk.files["mine/missions/campaign.json"] = R"({"version": 1, "shifts": []})";
     CHECK(place() == " MENU");
 }
+
+TEST_CASE("a new player solves the first ticket, and the next run remembers it") {
+    fake::System system;
+    const std::vector<std::string_view> arguments = {"--width", "640", "--height", "400"};
+    Feed(system, "<Enter><Ctrl+End>");
+    for (int k = 0; k < 3; ++k) Feed(system, "<Enter>tx $55<Enter>tx $AA");
+    Feed(system, "<Enter>halt");
+    CHECK(Run(system, arguments) == 0);  // the window is closed from outside
+    const std::string firmware = system.disk.files["data/firmware/1-01-carrier-check.lc1"];
+    CHECK(firmware.ends_with("tx $55\ntx $AA\ntx $55\ntx $AA\nhalt"));
+
+    Feed(system, "<Enter><F8>");
+    CHECK(Run(system, arguments) == 0);
+    CHECK(fake::Text(system.screen.frames.back()).find(" passed. First solve.") !=
+          std::string::npos);
+
+    system.screen.frames.clear();
+    CHECK(Run(system, arguments) == 0);
+    CHECK(LastRow(system.screen.frames.front(), 2) == " Opens Carrier Check on the bench.");
+}
+
+TEST_CASE("a scene brings the bench into the state it names") {
+    const struct {
+        std::string_view scene;
+        std::string_view shows;
+    } cases[] = {
+        {"bench", "1-01 Carrier Check"},
+        {"1-02-loopback", "1-02 Loopback"},
+        {"shift-1:bench", "1-01 Carrier Check"},
+        {"1-01-carrier-check:results", "═ VERIFY ═"},
+        {"1-01-carrier-check:overlay-pause", "═ MENU ═"},
+    };
+    for (const auto& c : cases) {
+        CAPTURE(c.scene);
+        fake::System system;
+        const fake::Picture& picture = Capture(system, {"--scene", c.scene, "--fresh"});
+        CHECK(fake::Text(picture.frame).find(c.shows) != std::string::npos);
+        CHECK(system.disk.files.empty());
+    }
+}

@@ -35,7 +35,7 @@ struct Screen {
 };
 
 // When its events have run out it lets a wait pass on the clock, and a wait without an end closes
-// the program.
+// the program, as does one that has become too long.
 class Window final : public zo::platform::Window {
 public:
     Window(Screen& screen, Clock& clock) : screen_(screen), clock_(clock) {}
@@ -47,11 +47,13 @@ public:
     void Show(const zo::ui::Frame& frame) override { screen_.frames.push_back(frame); }
     std::optional<zo::ui::InputEvent> NextEvent(double timeout_seconds) override {
         if (!screen_.events.empty()) {
+            idle_ = 0;
             zo::ui::InputEvent event = std::move(screen_.events.front());
             screen_.events.pop_front();
             return event;
         }
-        if (timeout_seconds < 0) return zo::ui::CloseRequested{};
+        idle_ += timeout_seconds;
+        if (timeout_seconds < 0 || idle_ > kPatience) return zo::ui::CloseRequested{};
         clock_.seconds += timeout_seconds;
         return std::nullopt;
     }
@@ -59,8 +61,11 @@ public:
     void SetClipboardText(const std::string& text) override { screen_.clipboard = text; }
 
 private:
+    static constexpr double kPatience = 10;  // seconds
+
     Screen& screen_;
     Clock& clock_;
+    double idle_ = 0;  // since the last event
 };
 
 struct Picture {

@@ -74,8 +74,8 @@ public:
     const zo::ui::Frame& Draw();
     // Seconds until the next frame that is due by itself; negative when none is.
     double SecondsToNextFrame() const;
-    // Whether an event would reach what is on the screen. If not, a frame must come first.
-    bool TakesInput() const { return !pending_ && !pressables_stale_; }
+    // Whether an event would reach what is on the screen. If not, a frame must come first, if any.
+    bool TakesInput() const { return !done_ && !pending_ && !pressables_stale_; }
     bool Done() const { return done_; }
     // The window is going away. Work is saved; when that fails the player is asked first, unless
     // this comes a second time.
