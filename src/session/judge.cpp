@@ -25,7 +25,9 @@ bool Session::JudgeTransmitted(std::uint8_t byte) {
 // The card's byte settles every window that has opened; the first that it breaks is the verdict.
 bool Session::JudgeWindows() {
     next_deadline_ = kNever;
-    for (TimingWindow& window : windows_) {
+    const std::span<TimingWindow> windows = windows_.Items();
+    while (first_open_ < windows.size() && windows[first_open_].done) ++first_open_;
+    for (TimingWindow& window : windows.subspan(first_open_)) {
         if (window.done) continue;
         if (window.from > tick_) {
             if (window.kind == WindowKind::Deadline) {
@@ -60,7 +62,7 @@ bool Session::JudgeDelivered(std::uint8_t byte) {
 }
 
 void Session::JudgeMissedDeadlines() {
-    for (TimingWindow& window : windows_) {
+    for (TimingWindow& window : windows_.Items()) {
         const bool missed = !window.done && window.kind == WindowKind::Deadline &&
                             window.from <= tick_ && window.until < tick_;
         if (!missed) continue;

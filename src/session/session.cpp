@@ -44,15 +44,15 @@ void Session::Begin(const kp::Ticket& ticket, const kp::Test& test, const Progra
     card_.Reset(program);
     tick_ = last_activity_ = output_ticks_ = line_free_ = 0;
     next_deadline_ = kNever;
-    open_windows_ = host_message_ = host_byte_ = 0;
+    open_windows_ = first_open_ = host_message_ = host_byte_ = 0;
     finished_ = false;
     to_far_end_.Clear();
     to_card_.Clear();
     transmitted_.clear();
     delivered_.clear();
     trace_.clear();
-    windows_.clear();
-    notes_.clear();
+    windows_.Clear();
+    notes_.Clear();
     verdict_ = {};
 }
 
@@ -168,13 +168,21 @@ Tick Session::Send(Tick tick, std::span<const std::uint8_t> bytes, int spacing) 
 }
 
 void Session::Expect(WindowKind kind, Tick until, std::string_view label, Tick from) {
-    windows_.push_back({kind, std::max(from, tick_), until, false, std::string(label)});
+    TimingWindow& window = windows_.Add();
+    window.kind = kind;
+    window.from = std::max(from, tick_);
+    window.until = until;
+    window.done = false;
+    window.what = label;
     ++open_windows_;
     if (kind == WindowKind::Deadline) next_deadline_ = std::min(next_deadline_, until);
 }
 
 void Session::Note(Tick tick, std::string_view text, int flag) {
-    notes_.push_back({tick, std::string(text), flag});
+    FarEndNote& note = notes_.Add();
+    note.tick = tick;
+    note.text = text;
+    note.flag = flag;
 }
 
 bool Session::Transmit(std::uint8_t byte) {

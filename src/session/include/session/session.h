@@ -59,8 +59,8 @@ public:
 
     const Processor& Card() const { return card_; }
     std::span<const TraceEvent> Trace() const { return trace_; }
-    std::span<const TimingWindow> Windows() const { return windows_; }
-    std::span<const FarEndNote> Notes() const { return notes_; }
+    std::span<const TimingWindow> Windows() const { return windows_.Items(); }
+    std::span<const FarEndNote> Notes() const { return notes_.Items(); }
     const Bytes& Transmitted() const { return transmitted_; }
     const Bytes& Delivered() const { return delivered_; }
     // The host's messages: the one being read, and the bytes of it read so far.
@@ -80,6 +80,23 @@ private:
         std::size_t head = 0;
         bool Empty() const { return head == flights.size(); }
         void Clear();
+    };
+
+    // A list that keeps its items' storage, texts included, when it is cleared.
+    template <class Item>
+    class Reused {
+    public:
+        Item& Add() {
+            if (count_ == items_.size()) items_.emplace_back();
+            return items_[count_++];
+        }
+        void Clear() { count_ = 0; }
+        std::span<Item> Items() { return {items_.data(), count_}; }
+        std::span<const Item> Items() const { return {items_.data(), count_}; }
+
+    private:
+        std::vector<Item> items_;
+        std::size_t count_ = 0;
     };
 
     // PeerLink
@@ -134,6 +151,7 @@ private:
     Tick line_free_ = 0;
     Tick next_deadline_ = kNever;  // the least limit among the open deadlines
     std::size_t open_windows_ = 0;
+    std::size_t first_open_ = 0;  // no window before it is open
     std::size_t host_message_ = 0;
     std::size_t host_byte_ = 0;
     bool finished_ = true;
@@ -142,8 +160,8 @@ private:
     Bytes transmitted_;
     Bytes delivered_;
     std::vector<TraceEvent> trace_;
-    std::vector<TimingWindow> windows_;
-    std::vector<FarEndNote> notes_;
+    Reused<TimingWindow> windows_;
+    Reused<FarEndNote> notes_;
     kp::Verdict verdict_;
 };
 
