@@ -183,7 +183,7 @@ bool Bench::IsOpen(const BenchKey& key) const {
 
 // Whether the key bar and the status line name a key now.
 bool Bench::IsNamed(const BenchKey& key) const {
-    if (!IsOpen(key) || !IsListed(key, layout_.size == BenchSize::Narrow ? 80 : 100)) return false;
+    if (!IsOpen(key) || !IsListed(key, shape_.columns)) return false;
     switch (key.command) {
         case Command::Binder:
             return shell_.Offers(Place::Binder);

@@ -88,6 +88,22 @@ TEST_CASE("many tests scroll in the strip so that the chosen one is in sight") {
           " TEST « 16   17   18   19   20   21   22   23  [24 ]     [Reset] Speed ◄Brisk ►");
 }
 
+TEST_CASE("tests and speed are chosen in the strip with the pointer, without losing the editor") {
+    Game game("1-01-echo", support::kNarrow, 2);
+    CHECK(game.Row(17) ==
+          " TEST [1 ] 2                                             [Reset] Speed ◄Brisk ►");
+    game.Click(12, 17);
+    game.Click(79, 17);
+    game.Click(78, 17);
+    CHECK(game.Row(17) ==
+          " TEST  1  [2 ]                                           [Reset] Speed ◄Fast  ►");
+    game.Click(78, 17);
+    CHECK(game.Row(17) ==
+          " TEST  1  [2 ]                                           [Reset] Speed ◄Rapid");
+    game.Keys("x");
+    CHECK(game.Row(2).starts_with("║!  1  x"));
+}
+
 TEST_CASE("a verify under the reference says so in a wider overlay") {
     ResultsSummary summary;
     summary.passed = summary.total = 3;

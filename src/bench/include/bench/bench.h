@@ -78,6 +78,7 @@ private:
     void FillHints();
     void FillNotes();
     void SetFirmware(std::string_view text);
+    void RunHalfWay();
     base::Status SaveIfDirty();
     bool SaveOrWarn();
     bool KeyInPanel(const zo::ui::KeyPress& key);

@@ -72,6 +72,8 @@ struct TraceCell {
     zo::ui::Style style = zo::ui::Style::Plain;
 };
 
+struct TraceDrawing;
+
 // The trace as cells: the row of tick numbers, then one row a lane. Its storage is kept between
 // drawings.
 class TraceCells {
@@ -91,16 +93,15 @@ private:
         zo::ui::Role role = zo::ui::Role::Lane;
         zo::ui::Style style = zo::ui::Style::Plain;
     };
-    struct Drawing;
 
     std::span<TraceCell> MutableRow(int row);
-    void DrawLane(const Drawing& drawing, Lane lane, std::span<TraceCell> row);
+    void DrawLane(const TraceDrawing& drawing, Lane lane, std::span<TraceCell> row);
     void DrawMarks(const Zoom& zoom, std::span<TraceCell> row);
     int RoomFor(std::size_t index, int column, const Zoom& zoom,
                 std::span<const TraceCell> row) const;
     static void Merge(const Mark& mark, TraceCell& cell);
-    void CollectSpec(const Drawing& drawing, std::span<const SpecByte> bytes);
-    void CollectEvents(const Drawing& drawing, Lane lane);
+    void CollectSpec(const TraceDrawing& drawing, std::span<const SpecByte> bytes);
+    void CollectEvents(const TraceDrawing& drawing, Lane lane);
 
     int width_ = 0;
     int rows_ = 0;
