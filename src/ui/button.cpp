@@ -33,10 +33,12 @@ const ButtonLook& LookOf(const Button& button, const Rect& area, const Pressable
     return pressables.Hovered(area) ? kHovered : kRest;
 }
 
-// Half blocks on the ground to the right of the button and below it.
-void DrawButtonShadow(Canvas& canvas, const Rect& area) {
-    canvas.Put(area.Right(), area.y, U'▄', Role::DialogOff);
-    canvas.Fill({area.x + 1, area.y + 1, area.width, 1}, U'▀', Role::DialogOff);
+// A button on an overlay stands a little above it in the classic look, until it is pressed.
+void DrawButtonShadow(Canvas& canvas, const Pressables& pressables, const Rect& area) {
+    if (canvas.CurrentLook() != Look::Classic || pressables.Held(area)) return;
+    canvas.PutShadow(area.Right(), area.y, U'▄', Role::Dialog);
+    for (int x = area.x + 1; x <= area.Right(); ++x)
+        canvas.PutShadow(x, area.y + 1, U'▀', Role::Dialog);
 }
 
 char32_t LowerCase(char32_t c) {
@@ -62,8 +64,6 @@ int DrawButton(Canvas& canvas, Pressables& pressables, Point at, const Button& b
     canvas.Put(area.x, area.y, look.glyphs.left, look.ends);
     canvas.Text(area.x + pad, area.y, Label(button.label), look.role, look.hot);
     canvas.Put(area.Right() - 1, area.y, look.glyphs.right, look.ends);
-    const bool raised = button.form == ButtonForm::Wide && &look != &kHeld;
-    if (raised && canvas.CurrentLook() == Look::Classic) DrawButtonShadow(canvas, area);
     Pressable& entry = pressables.Add(area, button.hint);
     if (button.enabled) entry.act = std::move(act);
     return area.Right();
@@ -133,8 +133,10 @@ void ButtonRow::Draw(Canvas& canvas, Pressables& pressables, const Rect& row) {
         const Item& item = items_[static_cast<std::size_t>(index)];
         const Button button = {
             .label = item.label, .hint = item.hint, .focused = index == focused_};
-        x = DrawButton(canvas, pressables, {x, row.y}, button, [this, index] { Act(index); });
-        x += kBetween;
+        const int end =
+            DrawButton(canvas, pressables, {x, row.y}, button, [this, index] { Act(index); });
+        DrawButtonShadow(canvas, pressables, {x, row.y, end - x, 1});
+        x = end + kBetween;
     }
 }
 

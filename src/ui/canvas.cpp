@@ -61,6 +61,11 @@ void Canvas::Put(int x, int y, char32_t glyph, Role role, Style style) {
     Paint(*cell, role);
 }
 
+void Canvas::PutShadow(int x, int y, char32_t glyph, Role ground) {
+    Put(x, y, glyph, Role::Shadow);
+    if (Cell* cell = CellAt(x, y)) cell->ground = Colours(CurrentLook(), theme_, ground).ground;
+}
+
 void Canvas::Fill(const Rect& area, char32_t glyph, Role role) {
     const Rect seen = Intersect(area, clip_);
     if (seen.Empty()) return;

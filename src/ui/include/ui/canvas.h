@@ -28,6 +28,8 @@ public:
     Look CurrentLook() const { return frame_.grid.look; }
 
     void Put(int x, int y, char32_t glyph, Role role, Style style = Style::Plain);
+    // A part of a thing's shadow: the ink of a shadow on the ground that the thing stands on.
+    void PutShadow(int x, int y, char32_t glyph, Role ground);
     void Fill(const Rect& area, char32_t glyph, Role role);
     // Gives cells another role and keeps their glyphs.
     void Tint(const Rect& area, Role role);
