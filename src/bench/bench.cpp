@@ -190,8 +190,8 @@ bool Bench::IsNamed(const BenchKey& key) const {
         case Command::Menu:
             return shell_.Offers(Place::Pause);
         case Command::PauseOrMenu:
-            return run_.State() == RunState::Running ||
-                   (shell_.Offers(Place::Pause) && stage_ < StageOf(Command::Menu));
+            return stage_ < StageOf(Command::Menu) &&
+                   (run_.State() == RunState::Running || shell_.Offers(Place::Pause));
         default:
             return true;
     }

@@ -74,6 +74,7 @@ void BenchRun::SelectTest(std::size_t test) {
     test_ = test;
     test_title_ = TestNumber(test_, TestCount()) + ": " + loaded_.ticket.tests[test_].name;
     reference_ = RecordReference(loaded_, test_, reference_program_, scratch_);
+    received_.reserve(2 * reference_.received.size());
     Forget();
     Say(test_title_ + ".");
 }
@@ -175,8 +176,8 @@ double BenchRun::SecondsToNextTick() const {
 }
 
 bool BenchRun::Verify() {
-    Forget();
     if (!Ready()) return false;
+    Forget();
     verified_ = kp::Verify(loaded_.ticket, loaded_.reference, assembly_, scratch_);
     std::string text =
         base::Format("Verify: %d of %d passed.", verified_->passed, verified_->total);

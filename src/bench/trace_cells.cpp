@@ -193,10 +193,11 @@ void TraceCells::DrawMarks(const Zoom& zoom, std::span<TraceCell> row) {
             continue;
         }
         const int room = RoomFor(i, column, zoom, row);
-        const bool alternate = column == alternate_at && mark.role != Role::Fault;
+        const bool two_digits = IsTwoDigits(room);
+        const bool alternate = two_digits && column == alternate_at && mark.role != Role::Fault;
         if (alternate) like.role = Role::LaneAlt;
         WriteByte(row.subspan(static_cast<std::size_t>(column)), room, mark.byte, like);
-        alternate_at = IsTwoDigits(room) && !alternate ? column + room : -1;
+        alternate_at = two_digits && !alternate ? column + room : -1;
     }
 }
 

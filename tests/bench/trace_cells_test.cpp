@@ -231,6 +231,7 @@ TEST_CASE("wrong, lost, noted and crowded bytes differ in role, sign or style") 
     CHECK(RoleAt(crowd, Lane::Tx, 0, view) == Role::LaneTx);
     CHECK(RoleAt(crowd, Lane::Tx, 2, view) == Role::LaneAlt);
     CHECK(RoleAt(crowd, Lane::Tx, 4, view) == Role::LaneTx);
+    CHECK(RoleAt(crowd, Lane::Tx, 6, view) == Role::LaneTx);  // the last has room for more
 }
 
 TEST_CASE("a bracket moves a byte on its tick aside, or shows its presence") {
