@@ -72,7 +72,7 @@ TEST_CASE("each command writes text that a person can read") {
          "  Registers       a b\n"
          "  Units           host timer\n"
          "  Receive buffer  16 bytes\n"
-         "  Transmitter     1 ticks a byte\n"
+         "  Transmitter     1 tick a byte\n"
          "  Call stack      8 deep\n\n"
          "Tests\n"
          "  1  Word\n"
