@@ -1,0 +1,48 @@
+// Joins the program to the system it runs on.
+#include <string_view>
+#include <vector>
+
+#include "app/application.h"
+#include "gpu/fonts.h"
+#include "gpu/picture.h"
+#include "gpu/renderer.h"
+#include "platform/clock.h"
+#include "platform/folders.h"
+#include "platform/sdl_window.h"
+
+namespace {
+
+class DesktopSystem final : public zo::platform::System {
+public:
+    base::Result<std::unique_ptr<zo::platform::Window>> OpenWindow(
+        const zo::platform::WindowOptions& options) override {
+        return zo::platform::OpenSdlWindow(options, zo::gpu::MakeRenderer());
+    }
+    zo::platform::Clock& SystemClock() override { return clock_; }
+    base::Disk& SystemDisk() override { return disk_; }
+    std::filesystem::path DataFolder() override { return zo::platform::UserDataFolder(disk_); }
+    std::filesystem::path TemporaryFolder() override {
+        return zo::platform::SystemTemporaryFolder();
+    }
+    std::optional<std::string> Environment(const char* name) override {
+        return zo::platform::EnvironmentVariable(name);
+    }
+    bool HasNineWideFace() override { return zo::gpu::HasNineWideFace(); }
+    std::vector<std::string> FontFamilies() override { return zo::gpu::FontFamilies(); }
+    base::Status WritePicture(const zo::ui::Frame& frame, zo::ui::PixelSize size,
+                              const std::filesystem::path& path) override {
+        return zo::gpu::WritePicture(frame, size, disk_, path);
+    }
+
+private:
+    zo::platform::SteadyClock clock_;
+    base::SystemDisk disk_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string_view> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+    DesktopSystem system;
+    return Kest::RunApplication(arguments, system);
+}

@@ -1,0 +1,206 @@
+#include "platform/sdl_window.h"
+
+#include <SDL.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+#include "platform/folders.h"
+#include "sdl_input.h"
+
+namespace zo::platform {
+namespace {
+
+// The drivers that reach the display there is; without one none, since SDL would go on to draw
+// where nobody looks. SDL_VIDEODRIVER overrules this.
+std::string DisplayDrivers() {
+#ifdef _WIN32
+    return "windows";
+#else
+    std::string drivers;
+    if (EnvironmentVariable("DISPLAY")) drivers = "x11";
+    if (EnvironmentVariable("WAYLAND_DISPLAY")) drivers += drivers.empty() ? "wayland" : ",wayland";
+    return drivers;
+#endif
+}
+
+bool StartVideo() {
+    if (SDL_GetHint(SDL_HINT_VIDEODRIVER) == nullptr) {
+        const std::string drivers = DisplayDrivers();
+        if (drivers.empty()) return false;
+        SDL_SetHint(SDL_HINT_VIDEODRIVER, drivers.c_str());
+    }
+    return SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
+}
+
+struct WindowCloser {
+    void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
+};
+using WindowHandle = std::unique_ptr<SDL_Window, WindowCloser>;
+
+// The video system, for as long as a window is open.
+class Video {
+public:
+    Video() {
+        SDL_SetMainReady();
+        SDL_SetHint(SDL_HINT_WINDOWS_DPI_AWARENESS, "permonitorv2");
+        SDL_SetHint(SDL_HINT_VIDEO_MINIMIZE_ON_FOCUS_LOSS, "0");
+        SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
+        // A window's surface is shared memory; a renderer behind it would cost a graphics context.
+        SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+        started_ = StartVideo();
+        if (started_) SDL_EnableScreenSaver();
+    }
+    ~Video() {
+        if (started_) SDL_QuitSubSystem(SDL_INIT_VIDEO);
+    }
+    Video(const Video&) = delete;
+    Video& operator=(const Video&) = delete;
+
+    bool Started() const { return started_; }
+
+private:
+    bool started_ = false;
+};
+
+class SdlWindow final : public Window {
+public:
+    SdlWindow(std::unique_ptr<Video> video, WindowHandle window, std::unique_ptr<Painter> painter)
+        : video_(std::move(video)), window_(std::move(window)), painter_(std::move(painter)) {
+        SDL_StartTextInput();
+    }
+
+    ui::PixelSize Size() const override;
+    float DisplayScale() const override;
+    bool IsFullScreen() const override;
+    void SetFullScreen(bool on) override;
+    void Show(const ui::Frame& frame) override;
+    std::optional<ui::InputEvent> NextEvent(double timeout_seconds) override;
+    std::string ClipboardText() override;
+    void SetClipboardText(const std::string& text) override;
+
+private:
+    void Present(const std::vector<PixelRect>& changed, SDL_Surface& surface);
+
+    std::unique_ptr<Video> video_;  // outlives the window
+    WindowHandle window_;
+    std::unique_ptr<Painter> painter_;
+    SdlInput input_;
+    PixelBuffer buffer_;
+    std::vector<SDL_Rect> rects_;
+    bool present_all_ = true;  // the window's surface has lost what was presented
+};
+
+ui::PixelSize SdlWindow::Size() const {
+    ui::PixelSize size;
+    SDL_GetWindowSize(window_.get(), &size.width, &size.height);
+    return size;
+}
+
+// From the display's dots per inch, in quarters: displays tell their size in whole millimetres at
+// best. Some tell none, or that of a wall, so the scale is never below 1.
+float SdlWindow::DisplayScale() const {
+    constexpr float kDotsPerInch = 96, kSteps = 4, kMost = 4;
+    float dots_per_inch = kDotsPerInch;
+    const int display = std::max(0, SDL_GetWindowDisplayIndex(window_.get()));
+    if (SDL_GetDisplayDPI(display, &dots_per_inch, nullptr, nullptr) != 0) return 1;
+    const float scale = std::round(dots_per_inch / kDotsPerInch * kSteps) / kSteps;
+    return std::clamp(scale, 1.0F, kMost);
+}
+
+bool SdlWindow::IsFullScreen() const {
+    return (SDL_GetWindowFlags(window_.get()) & SDL_WINDOW_FULLSCREEN_DESKTOP) != 0;
+}
+
+void SdlWindow::SetFullScreen(bool on) {
+    SDL_SetWindowFullscreen(window_.get(), on ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+}
+
+void SdlWindow::Show(const ui::Frame& frame) {
+    SDL_Surface* const surface = SDL_GetWindowSurface(window_.get());
+    if (surface == nullptr) return;  // the window is just changing; an expose event follows
+    const ui::PixelSize size = {surface->w, surface->h};
+    if (size != buffer_.size) present_all_ = true;
+    buffer_.size = size;
+    const std::vector<PixelRect>& changed = painter_->Paint(frame, buffer_);
+    if (present_all_) {
+        Present({{0, 0, size.width, size.height}}, *surface);
+        present_all_ = false;
+    } else if (!changed.empty()) {
+        Present(changed, *surface);
+    }
+}
+
+void SdlWindow::Present(const std::vector<PixelRect>& changed, SDL_Surface& surface) {
+    constexpr int kPixelBytes = 4;
+    rects_.clear();
+    for (const PixelRect& rect : changed) {
+        const std::ptrdiff_t first = rect.y * std::ptrdiff_t{buffer_.size.width} + rect.x;
+        auto* const target = static_cast<std::uint8_t*>(surface.pixels) +
+                             rect.y * std::ptrdiff_t{surface.pitch} +
+                             rect.x * std::ptrdiff_t{surface.format->BytesPerPixel};
+        SDL_ConvertPixels(rect.width, rect.height, SDL_PIXELFORMAT_RGB888,
+                          buffer_.pixels.data() + first, buffer_.size.width * kPixelBytes,
+                          surface.format->format, target, surface.pitch);
+        rects_.push_back({rect.x, rect.y, rect.width, rect.height});
+    }
+    SDL_UpdateWindowSurfaceRects(window_.get(), rects_.data(), static_cast<int>(rects_.size()));
+}
+
+std::optional<ui::InputEvent> SdlWindow::NextEvent(double timeout_seconds) {
+    using Time = std::chrono::steady_clock;
+    constexpr double kLongest = 3600;
+    const std::chrono::duration<double> wait(std::clamp(timeout_seconds, 0.0, kLongest));
+    const auto end = Time::now() + std::chrono::duration_cast<Time::duration>(wait);
+    for (;;) {
+        int milliseconds = -1;
+        if (timeout_seconds >= 0) {
+            const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Time::now());
+            milliseconds = static_cast<int>(std::max<std::int64_t>(0, left.count()));
+        }
+        SDL_Event event;
+        if (SDL_WaitEventTimeout(&event, milliseconds) == 0) {
+            if (timeout_seconds >= 0 && Time::now() >= end) return std::nullopt;
+            continue;  // it wakes a fraction of a millisecond early
+        }
+        std::optional<ui::InputEvent> input = input_.Translate(event);
+        if (!input) continue;
+        const bool lost = std::holds_alternative<ui::WindowExposed>(*input) ||
+                          std::holds_alternative<ui::WindowResized>(*input);
+        present_all_ = present_all_ || lost;
+        return input;
+    }
+}
+
+std::string SdlWindow::ClipboardText() {
+    const std::unique_ptr<char, decltype(&SDL_free)> text(SDL_GetClipboardText(), SDL_free);
+    std::string lines = text ? text.get() : "";
+    std::erase(lines, '\r');
+    return lines;
+}
+
+void SdlWindow::SetClipboardText(const std::string& text) {
+    SDL_SetClipboardText(text.c_str());
+}
+
+}  // namespace
+
+base::Result<std::unique_ptr<Window>> OpenSdlWindow(const WindowOptions& options,
+                                                    std::unique_ptr<Painter> painter) {
+    auto video = std::make_unique<Video>();
+    if (!video->Started()) {
+        return base::Failure{
+            "There is no display to open a window on. lc1 and --capture work without one."};
+    }
+    const Uint32 flags =
+        SDL_WINDOW_RESIZABLE | (options.full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+    WindowHandle window(SDL_CreateWindow(options.title.c_str(), SDL_WINDOWPOS_CENTERED,
+                                         SDL_WINDOWPOS_CENTERED, options.size.width,
+                                         options.size.height, flags));
+    if (!window) return base::Failure{std::string("The window did not open: ") + SDL_GetError()};
+    return std::unique_ptr<Window>(
+        std::make_unique<SdlWindow>(std::move(video), std::move(window), std::move(painter)));
+}
+
+}  // namespace zo::platform

@@ -1,0 +1,181 @@
+#include <SDL.h>
+#include <doctest/doctest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <variant>
+
+#include "platform/sdl_window.h"
+
+using zo::platform::PixelBuffer;
+using zo::platform::PixelRect;
+using zo::ui::InputEvent;
+using zo::ui::Key;
+using zo::ui::KeyPress;
+using zo::ui::PointerInput;
+using zo::ui::TextInput;
+
+namespace {
+
+// Counts its calls and fills the picture with one colour.
+class PlainPainter final : public zo::platform::Painter {
+public:
+    explicit PlainPainter(int& calls) : calls_(calls) {}
+    const std::vector<PixelRect>& Paint(const zo::ui::Frame&, PixelBuffer& buffer) override {
+        ++calls_;
+        const auto [width, height] = buffer.size;
+        buffer.pixels.assign(static_cast<std::size_t>(width * height), 0x123456);
+        changed_.assign(1, {0, 0, width, height});
+        return changed_;
+    }
+
+private:
+    int& calls_;
+    std::vector<PixelRect> changed_;
+};
+
+std::unique_ptr<zo::platform::Window> OpenWindow(int& paints) {
+    SDL_SetHint(SDL_HINT_VIDEODRIVER, "dummy");
+    auto window = zo::platform::OpenSdlWindow({.title = "Vantor Kest", .size = {320, 200}},
+                                              std::make_unique<PlainPainter>(paints));
+    REQUIRE_MESSAGE(window, window.Message());
+    while ((*window)->NextEvent(0)) continue;
+    return std::move(*window);
+}
+
+void PushKey(SDL_Keycode code, int mod, SDL_Scancode scancode = SDL_SCANCODE_UNKNOWN) {
+    SDL_Event event = {};
+    event.type = SDL_KEYDOWN;
+    event.key.keysym = {scancode, code, static_cast<Uint16>(mod), 0};
+    SDL_PushEvent(&event);
+}
+
+void PushText(const char* text) {
+    SDL_Event event = {};
+    event.type = SDL_TEXTINPUT;
+    std::strncpy(event.text.text, text, sizeof event.text.text - 1);
+    SDL_PushEvent(&event);
+}
+
+// The events as the program's keys would be written: "Ctrl+S", and text in quotation marks.
+std::string Written(zo::platform::Window& window) {
+    std::string written;
+    // A poll may end at events that were pushed after the poll before it, so the second counts.
+    for (int polls = 0; polls < 2;) {
+        const std::optional<InputEvent> event = window.NextEvent(0);
+        if (!event) {
+            ++polls;
+            continue;
+        }
+        if (!written.empty()) written += ' ';
+        if (const auto* key = std::get_if<KeyPress>(&*event)) written += KeyName(*key);
+        if (const auto* text = std::get_if<TextInput>(&*event)) written += '"' + text->text + '"';
+    }
+    return written;
+}
+
+}  // namespace
+
+TEST_CASE("keys arrive as names, characters also as text, shortcuts without it") {
+    int paints = 0;
+    const auto window = OpenWindow(paints);
+    const struct {
+        SDL_Keycode code;
+        int mod;
+        const char* text;
+        const char* written;
+        SDL_Scancode scancode = SDL_SCANCODE_UNKNOWN;
+    } cases[] = {
+        {SDLK_F5, 0, "", "F5"},
+        {SDLK_TAB, KMOD_LCTRL | KMOD_LSHIFT, "", "Ctrl+Shift+Tab"},
+        {SDLK_a, 0, "a", "A \"a\""},
+        {SDLK_a, KMOD_LSHIFT, "A", "Shift+A \"A\""},
+        {SDLK_s, KMOD_LCTRL, "", "Ctrl+S"},
+        {SDLK_x, KMOD_LALT, "x", "Alt+X"},                 // some systems send the text too
+        {SDLK_x, KMOD_RALT, "x", "Alt+X"},                 // a layout without a third level
+        {SDLK_q, KMOD_RALT, "@", "Q \"@\""},               // a layout with one
+        {SDLK_q, KMOD_RALT | KMOD_LCTRL, "@", "Q \"@\""},  // and how Windows tells it
+        {SDLK_7, KMOD_MODE, "{", "7 \"{\""},
+        {SDLK_KP_8, 0, "", "Up"},
+        {SDLK_KP_8, KMOD_NUM, "8", "\"8\""},
+        {SDLK_KP_ENTER, 0, "", "Enter"},
+        {0x44B, KMOD_LCTRL, "", "Ctrl+S", SDL_SCANCODE_S},  // Cyrillic
+        {0x44B, 0, "\xD1\x8B", "\xD1\x8B \"\xD1\x8B\"", SDL_SCANCODE_S},
+        {SDLK_e, KMOD_LGUI, "e", ""},
+        {SDLK_LSHIFT, KMOD_LSHIFT, "", ""},
+    };
+    for (const auto& c : cases) {
+        CAPTURE(c.written);
+        PushKey(c.code, c.mod, c.scancode);
+        if (*c.text != '\0') PushText(c.text);
+        CHECK(Written(*window) == c.written);
+    }
+    PushText("\xC3\xA9");  // a dead key's character comes without a key
+    CHECK(Written(*window) == "\"\xC3\xA9\"");
+}
+
+TEST_CASE("the wheel turned sideways is the wheel with Shift") {
+    int paints = 0;
+    const auto window = OpenWindow(paints);
+    const struct {
+        int x, y;
+        Uint32 direction;
+        int wheel;
+        bool shift;
+    } cases[] = {{0, 2, SDL_MOUSEWHEEL_NORMAL, 2, false},
+                 {0, 2, SDL_MOUSEWHEEL_FLIPPED, -2, false},
+                 {1, 0, SDL_MOUSEWHEEL_NORMAL, -1, true}};
+    for (const auto& c : cases) {
+        SDL_Event event = {};
+        event.type = SDL_MOUSEWHEEL;
+        event.wheel.x = c.x;
+        event.wheel.y = c.y;
+        event.wheel.direction = c.direction;
+        event.wheel.mouseX = 12;
+        SDL_PushEvent(&event);
+        const auto input = window->NextEvent(1);
+        REQUIRE((input && std::holds_alternative<PointerInput>(*input)));
+        const auto& pointer = std::get<PointerInput>(*input);
+        CHECK(pointer.wheel == c.wheel);
+        CHECK(pointer.with.shift == c.shift);
+        CHECK(pointer.x == 12);
+    }
+}
+
+TEST_CASE("a window shows, waits no longer than asked, and closes when told to") {
+    int paints = 0;
+    const auto window = OpenWindow(paints);
+    CHECK(window->Size() == zo::ui::PixelSize{320, 200});
+    zo::ui::Frame frame;
+    window->Show(frame);
+    window->Show(frame);
+    CHECK(paints == 2);
+
+    const auto start = std::chrono::steady_clock::now();
+    CHECK_FALSE(window->NextEvent(0.03));
+    const std::chrono::duration<double> waited = std::chrono::steady_clock::now() - start;
+    CHECK(waited.count() >= 0.03);
+    CHECK(waited.count() < 2);
+
+    window->SetClipboardText("two\r\nlines");
+    CHECK(window->ClipboardText() == "two\nlines");
+
+    SDL_Event quit = {};
+    quit.type = SDL_QUIT;
+    SDL_PushEvent(&quit);
+    const auto event = window->NextEvent(-1);
+    REQUIRE(event);
+    CHECK(std::holds_alternative<zo::ui::CloseRequested>(*event));
+}
+
+TEST_CASE("without a display the failure says so, and what works without one") {
+    SDL_ResetHint(SDL_HINT_VIDEODRIVER);
+    for (const char* name : {"SDL_VIDEODRIVER", "DISPLAY", "WAYLAND_DISPLAY"}) unsetenv(name);
+    int paints = 0;
+    const auto window = zo::platform::OpenSdlWindow({.title = "Vantor Kest", .size = {320, 200}},
+                                                    std::make_unique<PlainPainter>(paints));
+    CHECK_FALSE(window);
+    CHECK(window.Message() ==
+          "There is no display to open a window on. lc1 and --capture work without one.");
+}
