@@ -68,8 +68,12 @@ double Scene::DelaySeconds() const {
 void Scene::Build(Shell& shell) {
     ChooseTicket(shell);
     const Place place = ChooseScreen(shell);
-    const kp::LoadedTicket* ticket = shell.Unlocking().ContinueTicket();
-    shell.Open(place, ticket ? ticket->ticket.id : std::string());
+    // A ticket that is named is shown, open or not.
+    const kp::LoadedTicket* next = shell.Unlocking().ContinueTicket();
+    const std::string id = names_ticket_ ? shell.Progress().current
+                           : next        ? next->ticket.id
+                                         : std::string();
+    shell.Open(place, id);
     shell.Advance();
     for (const std::string& word : words_) Request(shell, word);
 }

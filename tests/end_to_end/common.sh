@@ -53,13 +53,9 @@ start_game() {
 press() { xdotool key --delay 20 "$@"; }
 type_text() { xdotool type --delay 12 "$1"; }
 
-# Asks the window to close, as the system does, and waits for the program's end.
-close_game() {
-    xdotool windowclose "$window" 2>/dev/null || true
-    wait_game
-}
-
-wait_game() {
+# Ends the program as the system does, and waits until it has left with success.
+stop_game() {
+    kill -TERM "$game_pid"
     wait_for 10 "the program's end" sh -c "! kill -0 $game_pid"
     wait "$game_pid" || fail "the program left with $?"
     game_pid=

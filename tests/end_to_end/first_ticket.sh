@@ -26,12 +26,10 @@ wait_for 5 "the firmware file" test -s "$firmware"
 "$lc1" verify "$ticket" "$firmware" || fail "the saved firmware does not pass"
 press Escape # keeps editing
 sleep 0.2
-xdotool key --delay 20 ctrl+End
+press ctrl+End
 press Return
 type_text "; left by the window's close"
-kill -TERM "$game_pid"
-wait_for 10 "the program's end" sh -c "! kill -0 $game_pid"
-game_pid=
+stop_game
 tail -n 1 "$firmware" | grep -q "; left by the window's close" ||
     fail "what was typed last was not saved on the way out"
 cp "$firmware" "$work/first"
