@@ -10,5 +10,7 @@ void RunCard(Report& report);
 void RunFarEnds(Report& report);
 // Loading and proving the campaign, and lc1 as a process.
 void RunContent(Report& report);
+// Frames to pixels, whole and changed.
+void RunPictures(Report& report);
 
 }  // namespace bench

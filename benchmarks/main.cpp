@@ -5,5 +5,6 @@ int main(int argc, char** argv) {
     bench::RunCard(report);
     bench::RunFarEnds(report);
     bench::RunContent(report);
+    bench::RunPictures(report);
     return 0;
 }
