@@ -11,8 +11,16 @@ bool IsPrintable(std::uint8_t byte) {
 
 }  // namespace
 
+void AppendHex(std::string& text, std::uint8_t byte) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    text += kDigits[byte >> 4];
+    text += kDigits[byte & 15];
+}
+
 std::string HexByte(std::uint8_t byte) {
-    return base::Format("$%02X", byte);
+    std::string text = "$";
+    AppendHex(text, byte);
+    return text;
 }
 
 std::string VerdictByte(std::uint8_t byte) {

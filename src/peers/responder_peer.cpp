@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "base/format.h"
+#include "card/byte_text.h"
 #include "ends_with.h"
 
 namespace kp {
@@ -15,7 +15,8 @@ std::string Title(const Reply& reply) {
     if (!reply.label.empty()) return reply.label;
     std::string text;
     for (std::size_t k = 0; k < std::min(reply.send.size(), kNotedBytes); ++k) {
-        text += base::Format(k == 0 ? "%02X" : " %02X", reply.send[k]);
+        if (k > 0) text += ' ';
+        AppendHex(text, reply.send[k]);
     }
     return reply.send.size() > kNotedBytes ? text + " ..." : text;
 }

@@ -57,10 +57,15 @@ void Session::Begin(const kp::Ticket& ticket, const kp::Test& test, const Progra
 }
 
 bool Session::StepTick() {
+    act_at_ = tick_;
+    return RunTick();
+}
+
+bool Session::RunTick() {
     if (finished_) return false;
     if (tick_ == 0) Start();
     if (!to_far_end_.Empty()) HearCard();
-    peer_->Act(tick_, *this);
+    if (tick_ >= act_at_) peer_->Act(tick_, *this);
     if (!to_card_.Empty()) ArriveAtCard();
     if (!finished_) {
         if (card_.RunTimer(tick_)) Record(Happening::TimerRanOut, 0, 0, 0);
@@ -81,7 +86,9 @@ bool Session::StepInstruction() {
 }
 
 void Session::RunToEnd() {
-    while (StepTick()) {
+    act_at_ = tick_;
+    while (RunTick()) {
+        if (act_at_ < tick_) act_at_ = peer_->NextAct();  // it has acted, or heard something
         if (card_.State() != CardState::Running || card_.IsInward()) RunUntouched();
     }
 }
@@ -103,7 +110,7 @@ void Session::RunUntouched() {
 
 // The first tick from now on that has to be run whole. It may be too early, never too late.
 Tick Session::NextOutside() const {
-    Tick next = std::min(ticket_->max_ticks - 1, peer_->NextAct());
+    Tick next = std::min(ticket_->max_ticks - 1, act_at_);
     if (!to_far_end_.Empty()) next = std::min(next, to_far_end_.flights[to_far_end_.head].at);
     if (!to_card_.Empty()) next = std::min(next, to_card_.flights[to_card_.head].at);
     if (next_deadline_ != kNever) next = std::min(next, next_deadline_ + 1);
@@ -129,6 +136,7 @@ void Session::Start() {
 // A byte sent on tick t reaches the far end on tick t + 1.
 void Session::HearCard() {
     while (!to_far_end_.Empty() && to_far_end_.flights[to_far_end_.head].at <= tick_) {
+        act_at_ = tick_;
         peer_->Receive(tick_, to_far_end_.flights[to_far_end_.head++].byte, *this);
     }
 }

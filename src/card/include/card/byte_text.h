@@ -5,6 +5,9 @@
 
 namespace kp {
 
+// Two capital hexadecimal digits, "1F", at the end of a text.
+void AppendHex(std::string& text, std::uint8_t byte);
+
 // "$1F"
 std::string HexByte(std::uint8_t byte);
 

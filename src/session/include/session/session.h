@@ -115,6 +115,7 @@ private:
     void Happened(Happening what, std::uint16_t value) override;
 
     void Start();
+    bool RunTick();
     Tick NextOutside() const;
     Tick NextSettled() const;
     void RunUntouched();
@@ -149,6 +150,7 @@ private:
     Tick last_activity_ = 0;
     Tick output_ticks_ = 0;
     Tick line_free_ = 0;
+    Tick act_at_ = 0;              // the far end need not act before this tick
     Tick next_deadline_ = kNever;  // the least limit among the open deadlines
     std::size_t open_windows_ = 0;
     std::size_t first_open_ = 0;  // no window before it is open
