@@ -10,6 +10,7 @@ FrameDecoder::FrameDecoder(const std::optional<FrameFormat>& format) {
     format_ = *format;
     header_ = format_.sync.size() + (format_.length ? 1 : 0) + (format_.flags ? 1 : 0);
     check_ = static_cast<std::size_t>(CheckWidth(format_.check));
+    held_.reserve(format_.sync.size() + 2 + 255 + check_);
     has_frames_ = header_ + check_ > 0 || format_.fixed_length > 0;
 }
 

@@ -96,6 +96,7 @@ void Session::RunToEnd() {
 // Up to the next tick on which anything outside the processor may happen, a running card runs its
 // own instructions and a waiting card waits; neither can end the test.
 void Session::RunUntouched() {
+    if (FarEndHears() && !HearOnTheRun()) return;
     const Tick bound = NextOutside();
     if (bound <= tick_) return;
     if (card_.State() != CardState::Running) {
@@ -106,6 +107,21 @@ void Session::RunUntouched() {
     if (card_.Fault() == FaultKind::None) return;
     FailFault();
     ++tick_;
+}
+
+bool Session::FarEndHears() const {
+    return !to_far_end_.Empty() && to_far_end_.flights[to_far_end_.head].at <= tick_;
+}
+
+// While the card runs and still owes bytes, a tick on which the far end hears one of them cannot
+// end the test, so it need not be run whole.
+bool Session::HearOnTheRun() {
+    const bool owes = expected_ == nullptr || !Complete();
+    if (card_.State() != CardState::Running || !owes) return false;
+    HearCard();
+    peer_->Act(tick_, *this);
+    act_at_ = std::max(peer_->NextAct(), tick_ + 1);
+    return true;
 }
 
 // The first tick from now on that has to be run whole. It may be too early, never too late.

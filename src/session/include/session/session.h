@@ -119,6 +119,8 @@ private:
     Tick NextOutside() const;
     Tick NextSettled() const;
     void RunUntouched();
+    bool FarEndHears() const;
+    bool HearOnTheRun();
     void HearCard();
     void ArriveAtCard();
     void Record(Happening kind, std::uint16_t value, std::uint16_t index, std::uint16_t line);
