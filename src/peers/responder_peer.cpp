@@ -10,15 +10,18 @@ namespace {
 
 constexpr std::size_t kNotedBytes = 12;
 
-// The reply's label, or the beginning of its bytes.
-std::string Title(const Reply& reply) {
-    if (!reply.label.empty()) return reply.label;
+// Names the reply by its label, or by the beginning of its bytes.
+std::string NoteOf(const Reply& reply) {
     std::string text;
+    text.reserve(6 + 3 * kNotedBytes + 4);
+    text = "Reply ";
+    if (!reply.label.empty()) return text += reply.label;
     for (std::size_t k = 0; k < std::min(reply.send.size(), kNotedBytes); ++k) {
         if (k > 0) text += ' ';
         AppendHex(text, reply.send[k]);
     }
-    return reply.send.size() > kNotedBytes ? text + " ..." : text;
+    if (reply.send.size() > kNotedBytes) text += " ...";
+    return text;
 }
 
 }  // namespace
@@ -42,7 +45,7 @@ void ResponderPeer::Receive(Tick tick, std::uint8_t byte, PeerLink& link) {
     const Tick at = tick + static_cast<Tick>(reply.delay);
     last_answer_ =
         reply.send.empty() ? std::max(at, link.LineFreeAt()) : link.Send(at, reply.send, gap_);
-    link.Note(last_answer_, "Reply " + Title(reply));
+    link.Note(last_answer_, NoteOf(reply));
     if (reply_within_ > 0 && !AllGiven()) {
         link.Expect(WindowKind::Deadline, last_answer_ + reply_within_, "the next request",
                     last_answer_);
