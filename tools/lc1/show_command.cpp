@@ -58,7 +58,8 @@ void PrintCard(const kp::CardConfig& card, bool colour) {
     table.Add({"  Registers", RegistersText(card)});
     table.Add({"  Units", UnitsText(card)});
     table.Add({"  Receive buffer", base::Format("%d bytes", card.rx_buffer)});
-    table.Add({"  Transmitter", base::Format(card.tx_gap == 1 ? "%d tick a byte" : "%d ticks a byte", card.tx_gap)});
+    table.Add({"  Transmitter",
+               base::Format(card.tx_gap == 1 ? "%d tick a byte" : "%d ticks a byte", card.tx_gap)});
     table.Add({"  Call stack", base::Format("%d deep", card.stack)});
     table.Print(colour);
 }
