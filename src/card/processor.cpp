@@ -127,76 +127,74 @@ void Processor::Execute(const Step& step, Tick t, CardPorts& ports) {
     std::uint16_t& x = words_[step.x];
     const std::uint16_t y = words_[step.y];
     const auto jump_if = [&](bool taken) { taken ? JumpTo(step.target) : Advance(ports); };
-    switch (step.code) {
-        case Code::Nop:
+    switch (step.op) {
+        case Op::Nop:
             break;
-        case Code::Mov:
+        case Op::Mov:
+            if (step.access != Access::Direct) return ExecuteIndirect(step, ports);
             x = y;
             break;
-        case Code::Add:
+        case Op::Add:
             x = static_cast<std::uint16_t>(x + y);
             break;
-        case Code::Sub:
+        case Op::Sub:
             x = static_cast<std::uint16_t>(x - y);
             break;
-        case Code::And:
+        case Op::And:
             x &= y;
             break;
-        case Code::Or:
+        case Op::Or:
             x |= y;
             break;
-        case Code::Xor:
+        case Op::Xor:
             x ^= y;
             break;
-        case Code::Shl:
+        case Op::Shl:
             x = ShiftLeft(x, y);
             break;
-        case Code::Shr:
+        case Op::Shr:
             x = ShiftRight(x, y);
             break;
-        case Code::Jmp:
+        case Op::Jmp:
             return JumpTo(step.target);
-        case Code::Jeq:
+        case Op::Jeq:
             return jump_if(x == y);
-        case Code::Jne:
+        case Op::Jne:
             return jump_if(x != y);
-        case Code::Jlt:
+        case Op::Jlt:
             return jump_if(Signed(x) < Signed(y));
-        case Code::Jgt:
+        case Op::Jgt:
             return jump_if(Signed(x) > Signed(y));
-        case Code::Djn:
+        case Op::Djn:
             return jump_if(--x != 0);
-        case Code::Call:
+        case Op::Call:
             return ExecuteCall(step, ports);
-        case Code::Ret:
+        case Op::Ret:
             return ExecuteReturn(ports);
-        case Code::Tx:
+        case Op::Tx:
             return ExecuteTransmit(step, t, ports);
-        case Code::Rx:
+        case Op::Rx:
             return ExecuteRead(step, ports);
-        case Code::Hin:
+        case Op::Hin:
             return ExecuteHostRead(step, ports);
-        case Code::Hout:
+        case Op::Hout:
             return ExecuteDeliver(step, ports);
-        case Code::Wait:
+        case Op::Wait:
             return ExecuteWait(step, t, ports);
-        case Code::Tmr:
+        case Op::Tmr:
             ExecuteTimer(step, t, ports);
             break;
-        case Code::Crc:
+        case Op::Crc:
             words_[kCrc] = Crc16Step(words_[kCrc], static_cast<std::uint8_t>(x));
             break;
-        case Code::Halt:
+        case Op::Halt:
             return ExecuteHalt(ports);
-        case Code::Load:
-        case Code::Store:
-            return ExecuteMove(step, ports);
     }
     Advance(ports);
 }
 
-void Processor::ExecuteMove(const Step& step, CardPorts& ports) {
-    const bool load = step.code == Code::Load;
+void Processor::ExecuteIndirect(const Step& step, CardPorts& ports) {
+    const bool load = step.access == Access::Load;
     const std::uint16_t address = words_[load ? step.y : step.x];
     if (address >= program_->config.ram) return FailWith(FaultKind::RamAddress, address, ports);
     std::uint16_t& cell = words_[static_cast<std::size_t>(kRegisterWords + address)];

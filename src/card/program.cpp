@@ -42,15 +42,15 @@ std::uint16_t WordIndex(const Operand& operand, LiteralPool& literals) {
     return 0;
 }
 
-Code CodeOf(const Instruction& instruction) {
-    if (instruction.operands[0].kind == Operand::CellByRegister) return Code::Store;
-    if (instruction.operands[1].kind == Operand::CellByRegister) return Code::Load;
-    return static_cast<Code>(instruction.op);
+Access AccessOf(const Instruction& instruction) {
+    if (instruction.operands[0].kind == Operand::CellByRegister) return Access::Store;
+    if (instruction.operands[1].kind == Operand::CellByRegister) return Access::Load;
+    return Access::Direct;
 }
 
 // Instructions that neither the line, the host, the timer nor the clock of a wait can notice.
-bool IsInward(Code code) {
-    return code <= Code::Ret || code == Code::Crc || code == Code::Load || code == Code::Store;
+bool IsInward(Op op) {
+    return op <= Op::Ret || op == Op::Crc;
 }
 
 }  // namespace
@@ -64,8 +64,9 @@ Program Load(const Assembly& assembly, const CardConfig& config) {
     program.steps.reserve(size);
     for (const Instruction& instruction : assembly.instructions) {
         Step step;
-        step.code = CodeOf(instruction);
-        step.inward = IsInward(step.code);
+        step.op = instruction.op;
+        step.access = AccessOf(instruction);
+        step.inward = IsInward(step.op);
         step.x = WordIndex(instruction.operands[0], literals);
         step.y = WordIndex(instruction.operands[1], literals);
         step.has_target = instruction.target.has_value();

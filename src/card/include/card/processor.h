@@ -122,7 +122,7 @@ private:
     void JumpTo(std::uint16_t index);
     void FailWith(FaultKind kind, std::uint16_t value, CardPorts& ports);
     void Execute(const Step& step, Tick t, CardPorts& ports);
-    void ExecuteMove(const Step& step, CardPorts& ports);
+    void ExecuteIndirect(const Step& step, CardPorts& ports);
     void ExecuteCall(const Step& step, CardPorts& ports);
     void ExecuteReturn(CardPorts& ports);
     void ExecuteTransmit(const Step& step, Tick t, CardPorts& ports);

@@ -16,40 +16,17 @@ inline constexpr int kMostRam = 256;
 inline constexpr int kMostRom = 256;
 inline constexpr int kMostWords = kRegisterWords + kMostRam + 2 * kMostRom;
 
-// What the processor executes. The instructions of Op come first, in their order; the rest are
-// forms of mov whose RAM address stands in a register and is checked when they run.
-enum class Code : std::uint8_t {
-    Nop,
-    Mov,
-    Add,
-    Sub,
-    And,
-    Or,
-    Xor,
-    Shl,
-    Shr,
-    Jmp,
-    Jeq,
-    Jne,
-    Jlt,
-    Jgt,
-    Djn,
-    Call,
-    Ret,
-    Tx,
-    Rx,
-    Hin,
-    Hout,
-    Wait,
-    Tmr,
-    Crc,
-    Halt,
-    Load,   // x = RAM[y]
-    Store,  // RAM[x] = y
+// How a mov reaches its words. A RAM address that stands in a register is checked when it runs.
+enum class Access : std::uint8_t {
+    Direct,  // x = y
+    Load,    // x = RAM[y]
+    Store,   // RAM[x] = y
 };
 
+// One instruction, decoded.
 struct Step {
-    Code code = Code::Nop;
+    Op op = Op::Nop;
+    Access access = Access::Direct;
     bool has_target = false;   // rx and hin: a timeout target is given
     bool inward = false;       // it touches nothing outside the processor and starts no wait
     std::uint16_t x = 0;       // word index of the first operand
