@@ -15,10 +15,11 @@ constexpr std::size_t kShortIdLength = 4;  // "1-02" of "1-02-loopback"
 
 // From a ticket's own file to a ticket proven solvable. The failure is without the ticket's id.
 base::Result<LoadedTicket> ProveTicket(const ContentStore& store, std::string_view id,
-                                       const json::Value& file, Session& session) {
+                                       const json::Value& file, Session& session,
+                                       json::Remarks* remarks = nullptr) {
     const base::Result<std::string_view> text = store.Lookup(ReferenceFile(id));
     if (!text) return base::Failure{"reference firmware is missing"};
-    base::Result<Ticket> ticket = ParseTicket(file);
+    base::Result<Ticket> ticket = ParseTicket(file, remarks);
     if (!ticket) return base::Failure{ticket.Message()};
     if (ticket->id != id) return base::Failure{"the file's id is " + ticket->id};
     base::Result<Reference> reference = ProveReference(*ticket, *text, session);
@@ -29,7 +30,7 @@ base::Result<LoadedTicket> ProveTicket(const ContentStore& store, std::string_vi
 // One load: the store that is read, the content as it grows, and a session for all proofs.
 class Loader {
 public:
-    explicit Loader(const ContentStore& store) : store_(store) {}
+    Loader(const ContentStore& store, json::Remarks* remarks) : store_(store), remarks_(remarks) {}
 
     Content Load() {
         LoadCampaign();
@@ -46,60 +47,78 @@ private:
         return std::nullopt;
     }
 
-    void LoadCampaign() {
-        const std::optional<json::Value> campaign = Read(kCampaignFile);
-        if (!campaign) return;
-        content_.title = json::StringOr(*campaign, "title", "");
-        for (const json::Value& shift : json::Member(*campaign, "shifts").items) LoadShift(shift);
+    json::Fields FieldsOf(const json::Value& file, std::string_view name) {
+        return {file, remarks_, remarks_ != nullptr ? std::string(name) : std::string()};
     }
 
-    void LoadShift(const json::Value& value) {
+    void LoadCampaign() {
+        const std::optional<json::Value> file = Read(kCampaignFile);
+        if (!file) return;
+        json::Fields campaign = FieldsOf(*file, kCampaignFile);
+        content_.title = campaign.Text("title");
+        const std::size_t count = campaign.List("shifts").size();
+        for (std::size_t k = 0; k < count; ++k) LoadShift(campaign.Item("shifts", k));
+        campaign.RemarkUnknown();
+    }
+
+    void LoadShift(json::Fields value) {
         Shift shift;
         shift.number =
-            json::IntOr(value, "number", static_cast<std::int32_t>(content_.shifts.size()) + 1);
-        shift.title = json::StringOr(value, "title", "");
-        shift.subtitle = json::StringOr(value, "subtitle", "");
-        shift.intro = json::StringOr(value, "intro", "");
-        shift.outro = json::StringOr(value, "outro", "");
-        for (const json::Value& id : json::Member(value, "missions").items) {
-            LoadTicket(json::String(id), shift);
-        }
+            value.Number("number", static_cast<std::int32_t>(content_.shifts.size()) + 1);
+        shift.title = value.Text("title");
+        shift.subtitle = value.Text("subtitle");
+        shift.intro = value.Text("intro");
+        shift.outro = value.Text("outro");
+        for (const json::Value& id : value.List("missions")) LoadTicket(json::String(id), shift);
+        value.RemarkUnknown();
         content_.shifts.push_back(std::move(shift));
     }
 
     void LoadTicket(const std::string& id, Shift& shift) {
         const std::optional<json::Value> file = Read(TicketFile(id));
         if (!file) return;
-        base::Result<LoadedTicket> ticket = ProveTicket(store_, id, *file, session_);
-        if (ticket) {
-            shift.tickets.push_back(std::move(*ticket));
-        } else {
+        json::Remarks remarks;
+        base::Result<LoadedTicket> ticket =
+            ProveTicket(store_, id, *file, session_, remarks_ != nullptr ? &remarks : nullptr);
+        if (!ticket) {
             content_.problems.push_back(id + ": " + ticket.Message());
+            return;
         }
+        shift.tickets.push_back(std::move(*ticket));
+        for (const std::string& remark : remarks) remarks_->push_back(id + ": " + remark);
     }
 
     void LoadBinder() {
-        const std::optional<json::Value> binder = Read(kBinderFile);
-        if (!binder) return;
-        for (const json::Value& page : json::Member(*binder, "pages").items) {
+        const std::optional<json::Value> file = Read(kBinderFile);
+        if (!file) return;
+        json::Fields binder = FieldsOf(*file, kBinderFile);
+        const std::size_t count = binder.List("pages").size();
+        for (std::size_t k = 0; k < count; ++k) {
+            json::Fields page = binder.Item("pages", k);
             content_.pages.push_back(
-                {json::StringOr(page, "id", ""), json::StringOr(page, "title", ""),
-                 json::StringOr(page, "section", ""), ReadTextList(json::Member(page, "body"))});
+                {page.Text("id"), page.Text("title"), page.Text("section"), page.Texts("body")});
+            page.RemarkUnknown();
         }
+        binder.RemarkUnknown();
     }
 
     void LoadMail() {
-        const std::optional<json::Value> mail = Read(kMailFile);
-        if (!mail) return;
-        for (const json::Value& message : json::Member(*mail, "messages").items) {
-            content_.mail.push_back(
-                {json::StringOr(message, "id", ""), json::StringOr(message, "from", ""),
-                 json::StringOr(message, "subject", ""), json::StringOr(message, "after", ""),
-                 ReadTextList(json::Member(message, "body"))});
+        const std::optional<json::Value> file = Read(kMailFile);
+        if (!file) return;
+        json::Fields mail = FieldsOf(*file, kMailFile);
+        const std::size_t count = mail.List("messages").size();
+        for (std::size_t k = 0; k < count; ++k) {
+            json::Fields message = mail.Item("messages", k);
+            content_.mail.push_back({message.Text("id"), message.Text("from"),
+                                     message.Text("subject"), message.Text("after"),
+                                     message.Texts("body")});
+            message.RemarkUnknown();
         }
+        mail.RemarkUnknown();
     }
 
     const ContentStore& store_;
+    json::Remarks* remarks_;
     Session session_;
     Content content_;
 };
@@ -122,8 +141,8 @@ std::string ReferenceFile(std::string_view id) {
     return "missions/reference/" + std::string(id) + ".lc1";
 }
 
-Content LoadContent(const ContentStore& store) {
-    return Loader(store).Load();
+Content LoadContent(const ContentStore& store, json::Remarks* remarks) {
+    return Loader(store, remarks).Load();
 }
 
 base::Result<std::string> FindTicketId(const ContentStore& store, std::string_view name) {

@@ -34,10 +34,11 @@ constexpr std::array<Made (*)(PeerSettings&), kPeerTypeNames.size()> kMakers = {
 
 }  // namespace
 
-base::Result<Made> CreatePeer(const Ticket& ticket, std::size_t test) {
-    PeerSettings settings(ticket, test);
+base::Result<Made> CreatePeer(const Ticket& ticket, std::size_t test, json::Remarks* remarks) {
+    PeerSettings settings(ticket, test, remarks);
     Made peer = kMakers[static_cast<std::size_t>(ticket.peer_type)](settings);
     if (!settings.Problem().empty()) return base::Failure{settings.Problem()};
+    settings.RemarkUnknown();
     return peer;
 }
 

@@ -13,6 +13,10 @@ Tick ToTicks(const json::Value& number) {
     return static_cast<Tick>(std::clamp(json::ToInt(number.number), 0, PeerSettings::kMostTicks));
 }
 
+bool IsTicks(const json::Value& number) {
+    return ToTicks(number) == number.number;
+}
+
 bool IsArrayOf(const json::Value& value, bool (json::Value::*kind)() const) {
     const auto fits = [kind](const json::Value& item) { return (item.*kind)(); };
     return value.IsArray() && std::all_of(value.items.begin(), value.items.end(), fits);
@@ -37,25 +41,36 @@ bool IsObjectOfStrings(const json::Value& value) {
 
 }  // namespace
 
-const json::Value& PeerSettings::Block(std::string_view key) const {
-    return json::Has(Test().peer, key) ? Test().peer : ticket_.peer;
+PeerSettings::PeerSettings(const kp::Ticket& ticket, std::size_t test, json::Remarks* remarks)
+    : ticket_(ticket),
+      test_(test),
+      ticket_block_(ticket.peer, remarks, "peer"),
+      test_block_(Test().peer, remarks, base::Format("test %zu, peer", test + 1)) {
+    ticket_block_.Know("type");
 }
 
-bool PeerSettings::Flag(std::string_view key, bool fallback) const {
-    return json::BoolOr(Block(key), key, fallback);
+// The block that the key's value stands in, or its default.
+json::Fields& PeerSettings::Block(std::string_view key) {
+    ticket_block_.Know(key);
+    test_block_.Know(key);
+    return json::Has(Test().peer, key) ? test_block_ : ticket_block_;
+}
+
+bool PeerSettings::Flag(std::string_view key, bool fallback) {
+    return Block(key).Flag(key, fallback);
 }
 
 std::int32_t PeerSettings::Number(std::string_view key, std::int32_t fallback, std::int32_t least,
-                                  std::int32_t most) const {
-    return std::clamp(json::IntOr(Block(key), key, fallback), least, most);
+                                  std::int32_t most) {
+    return Block(key).Number(key, fallback, {least, most});
 }
 
-Tick PeerSettings::Ticks(std::string_view key, std::int32_t fallback, std::int32_t least) const {
+Tick PeerSettings::Ticks(std::string_view key, std::int32_t fallback, std::int32_t least) {
     return static_cast<Tick>(Number(key, fallback, least));
 }
 
 Bytes PeerSettings::Hex(std::string_view key, std::string_view fallback) {
-    return ParseHex(key, json::StringOr(Block(key), key, fallback));
+    return ParseHex(key, Block(key).Text(key, fallback));
 }
 
 std::vector<std::string> PeerSettings::Words(std::string_view key) {
@@ -67,14 +82,20 @@ std::vector<std::string> PeerSettings::Words(std::string_view key) {
 
 std::vector<Tick> PeerSettings::TickList(std::string_view key) {
     std::vector<Tick> ticks;
-    for (const json::Value& item : List(key, "an array of numbers", AreNumbers).items)
+    for (const json::Value& item : List(key, "an array of numbers", AreNumbers).items) {
+        if (!IsTicks(item)) Block(key).Remark(key, "ticks from 0 on");
         ticks.push_back(ToTicks(item));
+    }
     return ticks;
 }
 
 RetryWindow PeerSettings::Retry(std::string_view key) {
     const auto& items = List(key, "an array of two numbers", AreTwoNumbers).items;
-    return items.empty() ? RetryWindow() : RetryWindow{ToTicks(items[0]), ToTicks(items[1])};
+    if (items.empty()) return {};
+    const bool is_window =
+        IsTicks(items[0]) && IsTicks(items[1]) && items[0].number <= items[1].number;
+    if (!is_window) Block(key).Remark(key, "the least ticks and the most");
+    return {ToTicks(items[0]), ToTicks(items[1])};
 }
 
 std::vector<std::pair<Bytes, Bytes>> PeerSettings::HexPairs(std::string_view key) {
@@ -91,7 +112,7 @@ std::vector<std::pair<Bytes, Bytes>> PeerSettings::HexPairs(std::string_view key
 const json::Value& PeerSettings::List(std::string_view key, std::string_view shape,
                                       bool (*fits)(const json::Value& value)) {
     static const json::Value kNothing;
-    const json::Value& block = Block(key);
+    const json::Value& block = Block(key).Source();
     if (!json::Has(block, key)) return kNothing;
     const json::Value& value = json::Member(block, key);
     if (fits(value)) return value;
@@ -105,6 +126,11 @@ Bytes PeerSettings::ParseHex(std::string_view key, const std::string& text) {
     Fail(key, "malformed hex \"" + json::EscapeString(text) + "\" for peer key \"" +
                   std::string(key) + "\"");
     return {};
+}
+
+void PeerSettings::RemarkUnknown() const {
+    ticket_block_.RemarkUnknown();
+    test_block_.RemarkUnknown();
 }
 
 void PeerSettings::Fail(std::string_view key, const std::string& problem) {

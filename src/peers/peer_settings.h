@@ -28,15 +28,15 @@ public:
     static constexpr std::int32_t kMostTicks = 1'000'000;
 
     // The ticket must outlive the settings.
-    PeerSettings(const kp::Ticket& ticket, std::size_t test) : ticket_(ticket), test_(test) {}
+    PeerSettings(const kp::Ticket& ticket, std::size_t test, json::Remarks* remarks = nullptr);
 
     const kp::Ticket& Ticket() const { return ticket_; }
     const kp::Test& Test() const { return ticket_.tests[test_]; }
 
-    bool Flag(std::string_view key, bool fallback) const;
+    bool Flag(std::string_view key, bool fallback);
     std::int32_t Number(std::string_view key, std::int32_t fallback, std::int32_t least,
-                        std::int32_t most = kMostTicks) const;
-    Tick Ticks(std::string_view key, std::int32_t fallback, std::int32_t least) const;
+                        std::int32_t most = kMostTicks);
+    Tick Ticks(std::string_view key, std::int32_t fallback, std::int32_t least);
     Bytes Hex(std::string_view key, std::string_view fallback);
 
     // Lists, empty when the key is absent.
@@ -49,15 +49,19 @@ public:
     void Fail(std::string_view key, const std::string& problem);
     // Empty while everything read could be read.
     const std::string& Problem() const { return problem_; }
+    // For an author: the keys that the far end has not read, once it is made.
+    void RemarkUnknown() const;
 
 private:
-    const json::Value& Block(std::string_view key) const;
+    json::Fields& Block(std::string_view key);
     const json::Value& List(std::string_view key, std::string_view shape,
                             bool (*fits)(const json::Value& value));
     Bytes ParseHex(std::string_view key, const std::string& text);
 
     const kp::Ticket& ticket_;
     std::size_t test_;
+    json::Fields ticket_block_;
+    json::Fields test_block_;
     std::string problem_;
 };
 

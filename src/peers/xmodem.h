@@ -22,7 +22,7 @@ inline constexpr std::size_t kHeader = 3;    // SOH, number, complement
 inline constexpr std::size_t kOverhead = 4;  // the header and the sum
 
 // The data bytes of a block, by the peer key `block`.
-inline std::size_t BlockSize(const PeerSettings& settings) {
+inline std::size_t BlockSize(PeerSettings& settings) {
     return static_cast<std::size_t>(settings.Number("block", 128, 1, 128));
 }
 

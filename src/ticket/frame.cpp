@@ -17,21 +17,23 @@ void Append(Bytes& to, std::span<const std::uint8_t> bytes) {
 
 }  // namespace
 
-base::Result<FrameFormat> ReadFrameFormat(const json::Value& frame) {
+base::Result<FrameFormat> ReadFrameFormat(json::Fields frame) {
     FrameFormat format;
-    const auto sync = ReadHex(json::StringOr(frame, "sync", ""));
+    const auto sync = ReadHex(frame.Text("sync"));
     if (!sync) return base::Failure{"malformed frame sync"};
     format.sync = *sync;
-    format.length = json::BoolOr(frame, "length", format.length);
-    format.fixed_length = std::max(json::IntOr(frame, "fixed_length", 0), 0);
-    format.flags = json::BoolOr(frame, "flags", format.flags);
-    const std::string check = json::StringOr(frame, "check", "none");
+    format.length = frame.Flag("length", format.length);
+    format.fixed_length = frame.Number("fixed_length", 0, {.least = 0});
+    format.flags = frame.Flag("flags", format.flags);
+    const std::string check = frame.Text("check", "none");
     const auto name = std::find(kCheckNames.begin(), kCheckNames.end(), check);
     if (name == kCheckNames.end()) return base::Failure{"unknown check \"" + check + "\""};
     format.check = static_cast<Check>(name - kCheckNames.begin());
-    const bool payload_only = json::StringOr(frame, "check_scope", "frame") == "payload";
-    format.scope = payload_only ? CheckScope::Payload : CheckScope::Frame;
-    format.annotate = json::BoolOr(frame, "annotate", format.annotate);
+    const std::string scope = frame.Text("check_scope", "frame");
+    format.scope = scope == "payload" ? CheckScope::Payload : CheckScope::Frame;
+    if (scope != "payload" && scope != "frame") frame.Remark("check_scope", "frame or payload");
+    format.annotate = frame.Flag("annotate", format.annotate);
+    frame.RemarkUnknown();
     return format;
 }
 

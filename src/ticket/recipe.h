@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "base/result.h"
-#include "json/value.h"
+#include "json/fields.h"
 #include "ticket/bytes.h"
 #include "ticket/frame.h"
 #include "ticket/generator.h"
@@ -17,7 +17,8 @@ struct RecipeContext {
 };
 
 // Builds the bytes of a recipe: text, a number array, or an object of one of the forms text, hex,
-// random, frame, concat, repeat and bytes, with `corrupt` and `truncate` beside it.
-base::Result<Bytes> BuildBytes(const json::Value& recipe, RecipeContext& context);
+// random, frame, concat, repeat and bytes, with `corrupt` and `truncate` beside it. Other keys of
+// the object must have been asked for.
+base::Result<Bytes> BuildBytes(json::Fields recipe, RecipeContext& context);
 
 }  // namespace kp

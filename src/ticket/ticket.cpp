@@ -14,15 +14,16 @@ using base::Status;
 
 constexpr std::size_t kMostTests = 10000;  // of one ticket, so that a mistyped count cannot stall
 
-Tick ReadTick(const json::Value& object, std::string_view key, Tick fallback) {
-    return static_cast<Tick>(
-        std::max(json::IntOr(object, key, static_cast<std::int32_t>(fallback)), 0));
+Tick ReadTick(json::Fields& object, std::string_view key, Tick fallback) {
+    return static_cast<Tick>(object.Number(key, static_cast<std::int32_t>(fallback), {.least = 0}));
 }
 
 // Reads the elements of one of a test's arrays; `read` takes an element and returns a status.
 template <class Read>
-Status ReadEach(const json::Value& test, std::string_view key, Read read) {
-    for (const json::Value& item : json::Member(test, key).items) {
+Status ReadEach(json::Fields& test, std::string_view key, Read read) {
+    const std::size_t count = test.List(key).size();
+    for (std::size_t k = 0; k < count; ++k) {
+        json::Fields item = test.Item(key, k);
         if (Status status = read(item); !status) return status;
     }
     return {};
@@ -32,68 +33,71 @@ Status ReadEach(const json::Value& test, std::string_view key, Read read) {
 // frames, replies.
 class TestBuilder {
 public:
-    TestBuilder(const json::Value& source, RecipeContext& context, Test& test)
+    TestBuilder(json::Fields& source, RecipeContext& context, Test& test)
         : source_(source), context_(context), test_(test) {}
 
     Status Build() {
-        test_.peer = json::Member(source_, "peer");
-        Status status = ReadEach(source_, "host", [&](const auto& item) { return Host(item); });
-        if (status) status = ReadEach(source_, "rx", [&](const auto& item) { return Line(item); });
-        if (status) {
-            status = ReadEach(source_, "frames", [&](const auto& item) { return Frame(item); });
-        }
-        if (status) {
-            status = ReadEach(source_, "replies", [&](const auto& item) { return Answer(item); });
-        }
+        test_.peer = source_.Object("peer").Source();
+        Status status = ReadEach(source_, "host", [&](auto& item) { return Host(item); });
+        if (status) status = ReadEach(source_, "rx", [&](auto& item) { return Line(item); });
+        if (status) status = ReadEach(source_, "frames", [&](auto& item) { return Frame(item); });
+        if (status) status = ReadEach(source_, "replies", [&](auto& item) { return Answer(item); });
         return status;
     }
 
 private:
-    Status Bytes(const json::Value& recipe, kp::Bytes& bytes) {
+    Status Bytes(const json::Fields& recipe, kp::Bytes& bytes) {
         base::Result<kp::Bytes> built = BuildBytes(recipe, context_);
         if (!built) return Failure{built.Message()};
         bytes = std::move(*built);
         return {};
     }
 
-    Status Host(const json::Value& item) {
+    Status Host(json::Fields& item) {
         const Tick before = test_.host.empty() ? 0 : test_.host.back().at;
         HostMessage& message = test_.host.emplace_back();
         message.at = ReadTick(item, "at", before);
         return Bytes(item, message.bytes);
     }
 
-    Status Line(const json::Value& item) {
+    Status Line(json::Fields& item) {
         LineEntry& entry = test_.rx.emplace_back();
         entry.at = ReadTick(item, "at", 0);
-        entry.gap = std::max<Tick>(ReadTick(item, "gap", 1), 1);
-        entry.label = json::StringOr(item, "label", "");
-        entry.reply_within = json::IntOr(item, "reply_within", 0);
+        entry.gap = static_cast<Tick>(item.Number("gap", 1, {.least = 1}));
+        entry.label = item.Text("label");
+        entry.reply_within = item.Number("reply_within", 0);
+        if (entry.reply_within < 0) item.Remark("reply_within", "0 or more");
         return Bytes(item, entry.bytes);
     }
 
-    Status Frame(const json::Value& item) { return Bytes(item, test_.frames.emplace_back()); }
+    Status Frame(const json::Fields& item) { return Bytes(item, test_.frames.emplace_back()); }
 
-    Status Answer(const json::Value& item) {
+    Status Answer(json::Fields& item) {
         Reply& reply = test_.replies.emplace_back();
-        reply.delay = std::max(json::IntOr(item, "delay", 2), 0);
-        reply.label = json::StringOr(item, "label", "");
+        reply.delay = item.Number("delay", 2, {.least = 0});
+        reply.label = item.Text("label");
         Status status = Optional(item, "after", reply.after);
-        return status ? Optional(item, "send", reply.send) : status;
+        if (status) status = Optional(item, "send", reply.send);
+        item.RemarkUnknown();
+        return status;
     }
 
-    Status Optional(const json::Value& item, std::string_view key, kp::Bytes& bytes) {
-        return json::Has(item, key) ? Bytes(json::Member(item, key), bytes) : Status();
+    Status Optional(json::Fields& item, std::string_view key, kp::Bytes& bytes) {
+        const json::Fields recipe = item.Inner(key);
+        return json::Has(item.Source(), key) ? Bytes(recipe, bytes) : Status();
     }
 
-    const json::Value& source_;
+    json::Fields& source_;
     RecipeContext& context_;
     Test& test_;
 };
 
-Status ExpandTest(const json::Value& source, Ticket& ticket) {
-    const std::int32_t count = std::max(json::IntOr(source, "count", 1), 1);
-    const std::string name = json::StringOr(source, "name", "Test");
+// Copies differ by their seeds alone, so only the first has remarks.
+Status ExpandTest(const json::Value& value, Ticket& ticket, json::Remarks* remarks) {
+    const std::size_t first = ticket.tests.size() + 1;
+    json::Fields source(value, remarks, base::Format("test %zu", first));
+    const std::int32_t count = source.Number("count", 1, {.least = 1});
+    const std::string name = source.Text("name", "Test");
     for (std::int32_t k = 1; k <= count; ++k) {
         if (ticket.tests.size() >= kMostTests) {
             return Failure{base::Format("more than %zu tests", kMostTests)};
@@ -101,52 +105,54 @@ Status ExpandTest(const json::Value& source, Ticket& ticket) {
         const auto position = static_cast<int>(ticket.tests.size());
         Test& test = ticket.tests.emplace_back();
         test.name = count > 1 ? name + base::Format(" %d", static_cast<int>(k)) : name;
+        test.copy = count > 1 ? k : 0;
         test.seed = TestSeed(ticket.id, position);
         Generator generator(test.seed);
         RecipeContext context{ticket.frame, generator};
         if (const Status built = TestBuilder(source, context, test).Build(); !built) {
             return Failure{base::Format("test %d: ", position + 1) + built.Message()};
         }
+        source.RemarkUnknown();
+        source = json::Fields(value);
     }
     return {};
 }
 
-Status ExpandTests(const json::Value& tests, Ticket& ticket) {
-    if (tests.items.empty()) return Failure{"the ticket has no tests"};
-    for (const json::Value& source : tests.items) {
-        if (Status status = ExpandTest(source, ticket); !status) return status;
+Status ExpandTests(const std::vector<json::Value>& tests, Ticket& ticket, json::Remarks* remarks) {
+    if (tests.empty()) return Failure{"the ticket has no tests"};
+    for (const json::Value& test : tests) {
+        if (Status status = ExpandTest(test, ticket, remarks); !status) return status;
     }
     return {};
 }
 
-void ReadWords(const json::Value& value, Ticket& ticket) {
-    ticket.title = json::StringOr(value, "title", ticket.id);
-    ticket.client = json::StringOr(value, "client", "");
-    ticket.brief = json::StringOr(value, "brief", "");
-    ticket.shift = json::IntOr(value, "shift", 1);
-    ticket.order = json::IntOr(value, "order", 1);
-    ticket.difficulty = std::clamp(json::IntOr(value, "difficulty", 1), 1, 5);
-    ticket.optional = json::BoolOr(value, "optional", false);
-    ticket.text = ReadTextList(json::Member(value, "ticket"));
-    ticket.hints = ReadTextList(json::Member(value, "hints"));
-    ticket.binder = ReadTextList(json::Member(value, "binder"));
-    ticket.note = json::StringOr(value, "note", "");
-    ticket.starter = json::StringOr(value, "starter", "");
-    ticket.settle = static_cast<Tick>(std::max(json::IntOr(value, "settle", 30), 1));
-    ticket.max_ticks =
-        static_cast<Tick>(std::clamp(json::IntOr(value, "max_ticks", 6000), 100, 200000));
+void ReadWords(json::Fields& value, Ticket& ticket) {
+    ticket.title = value.Text("title", ticket.id);
+    ticket.client = value.Text("client");
+    ticket.brief = value.Text("brief");
+    ticket.shift = value.Number("shift", 1);
+    ticket.order = value.Number("order", 1);
+    ticket.difficulty = value.Number("difficulty", 1, {1, 5});
+    ticket.optional = value.Flag("optional", false);
+    ticket.text = value.Texts("ticket");
+    ticket.hints = value.Texts("hints");
+    ticket.binder = value.Texts("binder");
+    ticket.note = value.Text("note");
+    ticket.starter = value.Text("starter");
+    ticket.settle = static_cast<Tick>(value.Number("settle", 30, {.least = 1}));
+    ticket.max_ticks = static_cast<Tick>(value.Number("max_ticks", 6000, {100, 200000}));
 }
 
-// Without a peer block the far end is a script when the first test has bytes for it.
-Status ReadPeer(const json::Value& value, Ticket& ticket) {
-    const json::Value& peer = json::Member(value, "peer");
-    const json::Value& tests = json::Member(value, "tests");
+// Without a peer block the far end is a script when the first test has bytes for it. The block's
+// other keys are the far end's own.
+Status ReadPeer(json::Fields& value, const std::vector<json::Value>& tests, Ticket& ticket) {
+    json::Fields peer = value.Object("peer");
     std::string type;
-    if (peer.IsObject()) {
-        type = json::StringOr(peer, "type", "script");
-        ticket.peer = peer;
+    if (peer.Source().IsObject()) {
+        type = peer.Text("type", "script");
+        ticket.peer = peer.Source();
     } else {
-        const bool has_rx = !tests.items.empty() && json::Has(tests.items.front(), "rx");
+        const bool has_rx = !tests.empty() && json::Has(tests.front(), "rx");
         type = has_rx ? "script" : "none";
     }
     const auto name = std::find(kPeerTypeNames.begin(), kPeerTypeNames.end(), type);
@@ -157,30 +163,26 @@ Status ReadPeer(const json::Value& value, Ticket& ticket) {
 
 }  // namespace
 
-std::vector<std::string> ReadTextList(const json::Value& value) {
-    if (value.IsString()) return {value.string};
-    std::vector<std::string> texts;
-    for (const json::Value& item : value.items) texts.push_back(json::String(item));
-    return texts;
-}
-
-base::Result<Ticket> ParseTicket(const json::Value& value) {
-    if (!value.IsObject()) return Failure{"a mission is a JSON object"};
+base::Result<Ticket> ParseTicket(const json::Value& file, json::Remarks* remarks) {
+    if (!file.IsObject()) return Failure{"a mission is a JSON object"};
+    json::Fields value(file, remarks);
     Ticket ticket;
-    ticket.id = json::StringOr(value, "id", "");
+    ticket.id = value.Text("id");
     if (ticket.id.empty()) return Failure{"missing id"};
     ReadWords(value, ticket);
-    const auto machine = ReadCardConfig(json::Member(value, "machine"));
+    const auto machine = ReadCardConfig(value.Object("machine"));
     if (!machine) return Failure{machine.Message()};
     ticket.machine = *machine;
-    if (const json::Value& frame = json::Member(value, "frame"); frame.IsObject()) {
+    if (const json::Fields frame = value.Object("frame"); frame.Source().IsObject()) {
         auto format = ReadFrameFormat(frame);
         if (!format) return Failure{format.Message()};
         ticket.frame = std::move(*format);
     }
-    if (const Status peer = ReadPeer(value, ticket); !peer) return Failure{peer.Message()};
-    const Status tests = ExpandTests(json::Member(value, "tests"), ticket);
-    if (!tests) return Failure{tests.Message()};
+    const std::vector<json::Value>& tests = value.List("tests");
+    if (const Status peer = ReadPeer(value, tests, ticket); !peer) return Failure{peer.Message()};
+    const Status expanded = ExpandTests(tests, ticket, remarks);
+    if (!expanded) return Failure{expanded.Message()};
+    value.RemarkUnknown();
     return ticket;
 }
 

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "base/result.h"
-#include "json/value.h"
+#include "json/fields.h"
 
 namespace kp {
 
@@ -29,6 +29,6 @@ struct CardConfig {
 
 // Reads a ticket's `machine` value. Anything but an object gives the defaults; the one failure is a
 // `registers` string with another character than a to d.
-base::Result<CardConfig> ReadCardConfig(const json::Value& machine);
+base::Result<CardConfig> ReadCardConfig(json::Fields machine);
 
 }  // namespace kp

@@ -59,8 +59,9 @@ struct Content {
     std::vector<const LoadedTicket*> Tickets() const;
 };
 
-// Loads the campaign and proves every reference.
-Content LoadContent(const ContentStore& store);
+// Loads the campaign and proves every reference. With `remarks`, an author is told what was not
+// taken as it stands, ticket lines led by the ticket's id and others by the file's name.
+Content LoadContent(const ContentStore& store, json::Remarks* remarks = nullptr);
 
 // The names under which a store holds a ticket and its reference firmware.
 std::string TicketFile(std::string_view id);

@@ -28,6 +28,7 @@ struct Value {
     explicit Value(const char* value) : Value(std::string(value)) {}
     explicit Value(Kind empty) : kind(empty) {}
 
+    bool IsBoolean() const { return kind == Kind::Boolean; }
     bool IsObject() const { return kind == Kind::Object; }
     bool IsArray() const { return kind == Kind::Array; }
     bool IsString() const { return kind == Kind::String; }

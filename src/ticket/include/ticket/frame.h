@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "base/result.h"
-#include "json/value.h"
+#include "json/fields.h"
 #include "ticket/bytes.h"
 
 namespace kp {
@@ -25,7 +25,7 @@ struct FrameFormat {
     bool annotate = true;                  // byte streams are labelled by frame fields
 };
 
-base::Result<FrameFormat> ReadFrameFormat(const json::Value& frame);
+base::Result<FrameFormat> ReadFrameFormat(json::Fields frame);
 
 // The check's bytes as they stand behind the payload: none, one or two.
 int CheckWidth(Check check);

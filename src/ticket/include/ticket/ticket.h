@@ -9,7 +9,7 @@
 
 #include "base/result.h"
 #include "card/config.h"
-#include "json/value.h"
+#include "json/fields.h"
 #include "ticket/bytes.h"
 #include "ticket/frame.h"
 
@@ -58,12 +58,18 @@ struct Reply {
 // One expanded test: inputs only, all bytes drawn.
 struct Test {
     std::string name;
+    std::int32_t copy = 0;  // which of a repeated test's seeded copies, from 1; 0 of a single test
     std::uint64_t seed = 0;
     json::Value peer;  // far-end settings of this test; null when it has none
     std::vector<HostMessage> host;
     std::vector<LineEntry> rx;
     std::vector<Bytes> frames;
     std::vector<Reply> replies;
+
+    // Whether anything is there to reach the card.
+    bool HasBytes() const {
+        return !(host.empty() && rx.empty() && frames.empty() && replies.empty());
+    }
 };
 
 struct Ticket {
@@ -90,10 +96,7 @@ struct Ticket {
 };
 
 // Reads a ticket file's value and expands its tests. The failure is one line without the ticket's
-// id.
-base::Result<Ticket> ParseTicket(const json::Value& value);
-
-// A text list: one string, or an array whose other items become empty strings.
-std::vector<std::string> ReadTextList(const json::Value& value);
+// id. With `remarks`, an author is told what was not taken as it stands.
+base::Result<Ticket> ParseTicket(const json::Value& file, json::Remarks* remarks = nullptr);
 
 }  // namespace kp
