@@ -145,6 +145,11 @@ std::string PathText(const fs::path& path) {
     return {text.begin(), text.end()};
 }
 
+std::string NameBelow(const fs::path& folder, const fs::path& path) {
+    const std::u8string name = path.lexically_relative(folder).generic_u8string();
+    return {name.begin(), name.end()};
+}
+
 fs::path Suffixed(const fs::path& path, std::string_view suffix) {
     fs::path longer = path;
     longer += suffix;

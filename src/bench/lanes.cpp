@@ -1,7 +1,8 @@
 #include "bench/lanes.h"
 
-#include <algorithm>
 #include <array>
+
+#include "content/traffic.h"
 
 namespace Kest {
 namespace {
@@ -19,25 +20,6 @@ constexpr std::array<LaneInfo, 8> kLanes = {{
     {"CARD", "CARD: what the card was doing.", Role::LaneRun},
 }};
 
-// A script sends what its tests list; every other far end has answers of its own.
-bool FarEndSends(const kp::Ticket& ticket) {
-    if (ticket.peer_type != kp::PeerType::Script) return ticket.peer_type != kp::PeerType::None;
-    return std::ranges::any_of(ticket.tests, [](const kp::Test& test) { return !test.rx.empty(); });
-}
-
-bool HostSends(const kp::Ticket& ticket) {
-    return ticket.machine.host && std::ranges::any_of(ticket.tests, [](const kp::Test& test) {
-               return !test.host.empty();
-           });
-}
-
-bool HostReceives(const kp::LoadedTicket& loaded) {
-    return loaded.ticket.machine.host &&
-           std::ranges::any_of(loaded.reference.outputs, [](const kp::ExpectedOutput& output) {
-               return !output.delivered.empty();
-           });
-}
-
 }  // namespace
 
 const LaneInfo& Info(Lane lane) {
@@ -46,16 +28,16 @@ const LaneInfo& Info(Lane lane) {
 
 std::vector<Lane> LanesOf(const kp::LoadedTicket& loaded) {
     std::vector<Lane> lanes = {Lane::SpecTx, Lane::Tx};
-    if (FarEndSends(loaded.ticket)) lanes.push_back(Lane::Rx);
-    if (HostSends(loaded.ticket)) lanes.push_back(Lane::HostIn);
-    if (HostReceives(loaded)) lanes.insert(lanes.end(), {Lane::HostOut, Lane::SpecOut});
+    if (kp::FarEndSends(loaded.ticket)) lanes.push_back(Lane::Rx);
+    if (kp::HostSends(loaded.ticket)) lanes.push_back(Lane::HostIn);
+    if (kp::HostReceives(loaded)) lanes.insert(lanes.end(), {Lane::HostOut, Lane::SpecOut});
     if (loaded.ticket.machine.timer) lanes.push_back(Lane::Timer);
     lanes.push_back(Lane::Card);
     return lanes;
 }
 
 bool HasHostTraffic(const kp::LoadedTicket& loaded) {
-    return HostSends(loaded.ticket) || HostReceives(loaded);
+    return kp::HostSends(loaded.ticket) || kp::HostReceives(loaded);
 }
 
 }  // namespace Kest

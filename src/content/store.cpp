@@ -21,12 +21,6 @@ bool IsContentFile(const fs::path& path) {
     return extension == ".json" || extension == ".lc1";
 }
 
-// A path below the content folder as the built-in texts are named, with forward slashes.
-std::string NameBelow(const fs::path& folder, const fs::path& path) {
-    const std::u8string name = path.lexically_relative(folder).generic_u8string();
-    return {name.begin(), name.end()};
-}
-
 std::vector<std::string> SplitLines(std::string_view text) {
     std::vector<std::string> lines;
     while (!text.empty()) {
@@ -60,7 +54,7 @@ base::Result<ContentStore> ContentStore::FromFolder(base::Disk& disk, const fs::
         if (!IsContentFile(path)) continue;
         base::Result<std::string> text = disk.Read(path);
         if (text) {
-            store.Add(NameBelow(folder, path), std::move(*text));
+            store.Add(base::NameBelow(folder, path), std::move(*text));
         } else {
             problems += (problems.empty() ? "" : "\n") + ("cannot read " + base::PathText(path));
         }

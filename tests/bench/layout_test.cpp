@@ -3,6 +3,8 @@
 #include <vector>
 
 #include "bench/bench_layout.h"
+#include "bench/lanes.h"
+#include "content/ticket_pane.h"
 
 using namespace Kest;
 using zo::ui::Rect;
@@ -133,4 +135,16 @@ TEST_CASE("the panes stand where the bench is drawn by hand") {
 TEST_CASE("a grid too small for the bench gets the layout of the least one") {
     const BenchLayout least = LayOutBench({.columns = 80, .rows = 25});
     CHECK(LayOutBench({.columns = 40, .rows = 12}).panels == least.panels);
+}
+
+TEST_CASE("prose is measured for the pane that the least bench has for it") {
+    const kp::Content content = kp::LoadContent(kp::ContentStore::BuiltIn());
+    for (const kp::LoadedTicket* loaded : content.Tickets()) {
+        CAPTURE(loaded->ticket.id);
+        const int lanes = static_cast<int>(LanesOf(*loaded).size());
+        const Rect pane =
+            LayOutBench({.columns = 80, .rows = 25, .lanes = lanes}).Of(Panel::Ticket).Inner();
+        CHECK(kp::SmallestTicketPane(*loaded).columns == pane.width - 2);  // a blank on each side
+        CHECK(kp::SmallestTicketPane(*loaded).rows == pane.height);
+    }
 }

@@ -54,6 +54,9 @@ public:
 // A path as UTF-8, for messages.
 std::string PathText(const std::filesystem::path& path);
 
+// The path from the folder on, as UTF-8 with forward slashes: the name of a file in a collection.
+std::string NameBelow(const std::filesystem::path& folder, const std::filesystem::path& path);
+
 // The path with a suffix behind its last name: Suffixed("a/b.json", ".bak") is "a/b.json.bak".
 std::filesystem::path Suffixed(const std::filesystem::path& path, std::string_view suffix);
 
