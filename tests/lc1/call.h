@@ -22,6 +22,7 @@ public:
     Bench& operator=(const Bench&) = delete;
 
     void Write(const std::string& name, std::string_view text) const;
+    std::string Read(const std::string& name) const;
     // Runs the program with these arguments, as a shell reads them.
     Answer Call(const std::string& arguments) const;
     // The same with --json; the answer must be one object on one line, and nothing on the error
@@ -29,8 +30,6 @@ public:
     json::Value Json(const std::string& arguments, int expected_code) const;
 
 private:
-    std::string Read(const std::string& name) const;
-
     std::filesystem::path folder_;
 };
 

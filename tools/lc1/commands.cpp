@@ -6,7 +6,7 @@ namespace {
 constexpr unsigned kTicketFiles = kTicket | kReference;
 
 constexpr Command kCommands[] = {
-    // name, usage, summary, files, options, needed, function
+    // name, usage, summary, files, options, needed, function, more files
     {"asm", "TICKET FIRMWARE", "Assembles a firmware and lists it, or its errors.", 2, kTicketFiles,
      0, RunAsm},
     {"run", "TICKET --test N FIRMWARE", "Runs one test and shows the conversation tick by tick.", 2,
@@ -15,6 +15,8 @@ constexpr Command kCommands[] = {
     {"bytes", "TICKET", "Lists every test with its bytes.", 1, kTicketFiles, 0, RunBytes},
     {"json", "[--indent N] FILE", "Reads a JSON file and writes it back.", 1, kIndent, 0, RunJson},
     {"content", "FOLDER", "Loads the content folder that holds \"missions\".", 1, 0, 0, RunContent},
+    {"lint", "[FOLDER] [--solutions DIR]",
+     "Lists what is amiss in the content, and in kept firmware.", 0, kSolutions, 0, RunLint, 1},
     {"show", "TICKET [--hints N]", "Shows a ticket, and its first N hints.", 1,
      kTicketFiles | kHints, 0, RunShow},
     {"list", "", "Lists the tickets with their references' scores.", 0, 0, 0, RunList},

@@ -14,10 +14,11 @@ struct Command {
     std::string_view name;
     std::string_view usage;    // what stands behind the name
     std::string_view summary;  // one sentence
-    std::size_t files;         // what it takes besides options; one fewer with --ticket
+    std::size_t files;         // what it needs besides options; one fewer with --ticket
     unsigned options;          // the set of TakenOption that it takes
     unsigned needed;           // those that it cannot do without; a reference only with --ticket
     Outcome (*run)(const Request& request);
+    std::size_t more_files = 0;  // that it takes, and does without
 };
 
 std::span<const Command> Commands();
@@ -28,6 +29,7 @@ Outcome RunAsm(const Request& request);
 Outcome RunBytes(const Request& request);
 Outcome RunContent(const Request& request);
 Outcome RunJson(const Request& request);
+Outcome RunLint(const Request& request);
 Outcome RunList(const Request& request);
 Outcome RunTest(const Request& request);
 Outcome RunShow(const Request& request);

@@ -53,10 +53,7 @@ Outcome RunContent(const Request& request) {
     base::SystemDisk disk;
     const base::Result<kp::ContentStore> store =
         kp::ContentStore::FromFolder(disk, request.files.front());
-    if (!store) {
-        const std::string& lines = store.Message();
-        return Problem{lines.substr(0, lines.find('\n'))};
-    }
+    if (!store) return FirstProblem(store.Message());
     const kp::Content content = kp::LoadContent(*store);
     if (request.json) {
         WriteJson(content);

@@ -21,8 +21,9 @@ constexpr std::string_view kHelpEnd =
     "TICKET is a built-in ticket's id or its first four characters, such as 1-02, or a file:\n"
     "--ticket T.json --reference R.lc1 (asm, bytes and show need no reference).\n"
     "FIRMWARE is a file, or - for standard input. Options may stand anywhere.\n"
+    "DIR holds a folder a ticket: plain.lc1, pass with good firmware, fail with wrong one.\n"
     "\n"
-    "  --json     one JSON object on one line; list and show write text only\n"
+    "  --json     one JSON object on one line; lint, list and show write text only\n"
     "  --help     this text, or a command's own\n"
     "  --version  the program's version\n"
     "\n"
@@ -67,7 +68,7 @@ std::optional<Problem> CheckUsage(const Command& command, const Request& request
     const std::string usage = "; usage: " + Usage(command);
     const std::string name(command.name);
     const bool has_ticket = (request.given & kTicket) != 0;
-    for (const TakenOption option : {kTicket, kReference, kTest, kIndent, kHints}) {
+    for (const TakenOption option : {kTicket, kReference, kTest, kIndent, kHints, kSolutions}) {
         const bool is_given = (request.given & option) != 0;
         const bool is_needed =
             (command.needed & option) != 0 && (option != kReference || has_ticket);
@@ -81,8 +82,9 @@ std::optional<Problem> CheckUsage(const Command& command, const Request& request
     }
     const std::size_t files = command.files - (has_ticket ? 1 : 0);
     if (request.files.size() < files) return Problem{name + " needs more than that" + usage};
-    if (request.files.size() > files) {
-        return Problem{name + " has no use for " + request.files[files] + usage};
+    const std::size_t most = files + command.more_files;
+    if (request.files.size() > most) {
+        return Problem{name + " has no use for " + request.files[most] + usage};
     }
     return std::nullopt;
 }

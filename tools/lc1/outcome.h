@@ -19,6 +19,11 @@ struct Problem {
     std::uint32_t column = 0;
 };
 
+// The first of several lines.
+inline Problem FirstProblem(const std::string& lines) {
+    return {lines.substr(0, lines.find('\n'))};
+}
+
 // What became of a command that has written its answer, or the problem that kept it from one.
 using Outcome = std::variant<ExitCode, Problem>;
 

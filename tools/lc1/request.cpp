@@ -17,6 +17,7 @@ struct TextOption {
 constexpr TextOption kTextOptions[] = {
     {"--ticket", kTicket, &Request::ticket},
     {"--reference", kReference, &Request::reference},
+    {"--solutions", kSolutions, &Request::solutions},
 };
 
 struct NumberOption {

@@ -17,6 +17,7 @@ enum TakenOption : unsigned {
     kTest = 4,
     kIndent = 8,
     kHints = 16,
+    kSolutions = 32,
 };
 
 // What one call of the program asks for.
@@ -25,6 +26,7 @@ struct Request {
     std::vector<std::string> files;  // what stands there besides command and options, in order
     std::string ticket;
     std::string reference;
+    std::string solutions;
     std::int32_t test = 1;  // counted from 1
     std::int32_t indent = 2;
     std::int32_t hints = 0;
