@@ -99,6 +99,7 @@ std::vector<std::string> LintKept(const LoadedTicket& loaded, const Solutions& k
         lint.Say("plain.lc1 is missing");
     }
     for (const KeptFirmware& firmware : kept.pass) lint.Pass(firmware);
+    if (!kept.attempts.empty()) lint.Pass(kept.attempts.back());
     for (const KeptFirmware& firmware : kept.fail) lint.Fail(firmware);
     if (kept.fail.empty()) {
         lint.Say("no wrong program is kept");

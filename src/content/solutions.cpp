@@ -15,6 +15,8 @@ void Keep(Solutions& solutions, KeptFirmware firmware) {
         solutions.pass.push_back(std::move(firmware));
     } else if (firmware.name.starts_with("fail/")) {
         solutions.fail.push_back(std::move(firmware));
+    } else if (firmware.name.starts_with("independent/")) {
+        solutions.attempts.push_back(std::move(firmware));
     }
 }
 

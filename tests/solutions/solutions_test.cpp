@@ -4,7 +4,8 @@
 #include "content/lint.h"
 
 // Each ticket has a folder here: `plain.lc1` is the obvious solution, `pass` holds other good
-// ideas, and `fail` wrong programs, each with the claim in its first line that it is held to.
+// ideas, `fail` wrong programs, each with the claim in its first line that it is held to, and
+// `independent` the attempts of somebody who had only the text and the manual.
 
 namespace {
 
@@ -23,6 +24,7 @@ TEST_CASE("the kept firmware passes, or fails where its first line says") {
     for (const std::string& line : kp::LintSolutions(BuiltIn(), *kept)) FAIL_CHECK(line);
     for (const kp::Solutions& solutions : *kept) {
         CHECK_MESSAGE(solutions.fail.size() >= 3, solutions.ticket);
+        CHECK_MESSAGE(!solutions.attempts.empty(), solutions.ticket);
     }
 }
 

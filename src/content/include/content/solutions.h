@@ -22,10 +22,13 @@ struct Solutions {
     std::optional<KeptFirmware> plain;  // the obvious solution
     std::vector<KeptFirmware> pass;     // other good ideas
     std::vector<KeptFirmware> fail;     // wrong programs
+    // What somebody who had only the text and the manual tried, in order; the last one passed.
+    std::vector<KeptFirmware> attempts = {};
 };
 
-// Reads a folder that holds a folder a ticket: `plain.lc1`, `pass` and `fail`. Other files are left
-// alone. The tickets and their firmware stand in the order of their names.
+// Reads a folder that holds a folder a ticket: `plain.lc1`, `pass`, `fail` and `independent` with
+// its attempts. Other files are left alone. The tickets and their firmware stand in the order of
+// their names.
 base::Result<std::vector<Solutions>> ReadSolutions(base::Disk& disk,
                                                    const std::filesystem::path& folder);
 
