@@ -1,0 +1,77 @@
+#include "cases.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace support {
+namespace {
+
+namespace fs = std::filesystem;
+
+void AddCases(const std::string& name, std::vector<Case>& cases) {
+    const std::string whole = ReadText(name);
+    std::string_view text = whole;
+    std::string title;
+    for (int number = 1; !text.empty(); ++number) {
+        const std::string_view line = Cut(text, "\n");
+        const std::string where = name + ":" + std::to_string(number) + ": " + title;
+        if (line.empty() || line.starts_with('#')) continue;
+        if (line.starts_with("== ")) {
+            title = line.substr(3);
+            cases.emplace_back();
+            continue;
+        }
+        const bool bar = line.starts_with('|');
+        REQUIRE_MESSAGE((!cases.empty() && !(bar && cases.back().empty())), where);
+        if (bar) {
+            cases.back().back().text += std::string(line.substr(line.starts_with("| ") ? 2 : 1));
+            cases.back().back().text += '\n';
+            continue;
+        }
+        std::string_view rest = line;
+        const std::string key(Cut(rest, " "));
+        cases.back().push_back({where, key, std::string(rest), ""});
+    }
+}
+
+}  // namespace
+
+std::vector<Case> Cases(std::string_view name) {
+    std::vector<Case> cases;
+    if (!fs::is_directory(fs::path(KEST_TESTS) / name)) {
+        AddCases(std::string(name), cases);
+    } else {
+        for (const std::string& file : NamesIn(name)) {
+            AddCases(std::string(name) + "/" + file, cases);
+        }
+    }
+    REQUIRE_MESSAGE(!cases.empty(), std::string(name) << " holds no cases");
+    return cases;
+}
+
+std::vector<std::string> NamesIn(std::string_view folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(fs::path(KEST_TESTS) / folder)) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::ranges::sort(names);
+    REQUIRE_MESSAGE(!names.empty(), std::string(folder) << " is empty");
+    return names;
+}
+
+std::string ReadText(std::string_view file) {
+    std::ifstream stream(fs::path(KEST_TESTS) / file, std::ios::binary);
+    REQUIRE_MESSAGE(stream, std::string(file) << " cannot be read");
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::string_view Cut(std::string_view& text, std::string_view mark) {
+    const std::size_t at = text.find(mark);
+    const std::string_view taken = text.substr(0, at);
+    text.remove_prefix(at == std::string_view::npos ? text.size() : at + mark.size());
+    return taken;
+}
+
+}  // namespace support
