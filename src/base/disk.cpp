@@ -8,9 +8,13 @@
 #include <system_error>
 
 #ifdef _WIN32
+#define NOMINMAX
+#include <windows.h>
+
 #include <io.h>
 #else
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 #endif
 
@@ -41,6 +45,30 @@ File Open(const fs::path& path, const char* mode) {
     return File(std::fopen(path.c_str(), mode));
 #endif
 }
+
+#ifdef _WIN32
+class SystemLock final : public FileLock {
+public:
+    explicit SystemLock(HANDLE handle) : handle_(handle) {}
+    ~SystemLock() override { CloseHandle(handle_); }
+    SystemLock(const SystemLock&) = delete;
+    SystemLock& operator=(const SystemLock&) = delete;
+
+private:
+    HANDLE handle_;
+};
+#else
+class SystemLock final : public FileLock {
+public:
+    explicit SystemLock(int handle) : handle_(handle) {}
+    ~SystemLock() override { close(handle_); }
+    SystemLock(const SystemLock&) = delete;
+    SystemLock& operator=(const SystemLock&) = delete;
+
+private:
+    int handle_;
+};
+#endif
 
 }  // namespace
 
@@ -138,6 +166,25 @@ Status SystemDisk::MakeFolders(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
     return Check(error);
+}
+
+Result<std::unique_ptr<FileLock>> SystemDisk::Lock(const fs::path& path) {
+#ifdef _WIN32
+    // Open without sharing, so that it cannot be opened again.
+    const HANDLE handle = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle != INVALID_HANDLE_VALUE) return {std::make_unique<SystemLock>(handle)};
+    const DWORD error = GetLastError();
+    if (error == ERROR_SHARING_VIOLATION) return {nullptr};
+    return Failure{std::system_category().message(static_cast<int>(error))};
+#else
+    const int handle = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    if (handle < 0) return LastError();
+    auto lock = std::make_unique<SystemLock>(handle);
+    if (flock(handle, LOCK_EX | LOCK_NB) == 0) return {std::move(lock)};
+    if (errno == EWOULDBLOCK) return {nullptr};
+    return LastError();
+#endif
 }
 
 std::string PathText(const fs::path& path) {

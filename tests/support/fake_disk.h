@@ -18,6 +18,7 @@ public:
     std::map<fs::path, std::string> files;
     std::set<fs::path> unreadable;  // files that are there and cannot be read
     std::string full;               // when set, every write fails with this reason
+    bool locked = false;            // by another program
 
     bool Exists(const fs::path& path) override { return files.contains(path) || IsFolder(path); }
     bool IsFolder(const fs::path& path) override { return !Beneath(path).empty(); }
@@ -54,6 +55,10 @@ public:
         return {};
     }
     base::Status MakeFolders(const fs::path&) override { return {}; }
+    base::Result<std::unique_ptr<base::FileLock>> Lock(const fs::path&) override {
+        if (locked) return std::unique_ptr<base::FileLock>();
+        return std::make_unique<base::FileLock>();
+    }
 
 private:
     std::vector<fs::path> Beneath(const fs::path& folder) const {

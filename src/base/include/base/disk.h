@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +9,13 @@
 #include "base/result.h"
 
 namespace base {
+
+// A file held against other programs until it is let go by destroying this, or by the system when
+// the program ends, however it ends.
+class FileLock {
+public:
+    virtual ~FileLock() = default;
+};
 
 // The file operations that the program needs, so that a test can stand in for a full disk or a
 // power cut. Failures hold the system's reason alone ("No space left on device"); callers add what
@@ -32,6 +40,9 @@ public:
     virtual Status Rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
     virtual Status Remove(const std::filesystem::path& path) = 0;
     virtual Status MakeFolders(const std::filesystem::path& folder) = 0;
+    // Creates the file if need be, and leaves it there. Null when another program holds it; a
+    // failure when the system cannot lock.
+    virtual Result<std::unique_ptr<FileLock>> Lock(const std::filesystem::path& path) = 0;
 };
 
 // The machine's own file system.
@@ -49,6 +60,7 @@ public:
     Status Rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
     Status Remove(const std::filesystem::path& path) override;
     Status MakeFolders(const std::filesystem::path& folder) override;
+    Result<std::unique_ptr<FileLock>> Lock(const std::filesystem::path& path) override;
 };
 
 // A path as UTF-8, for messages.
