@@ -4,15 +4,18 @@ namespace Kest {
 
 namespace fs = std::filesystem;
 
-fs::path FirmwarePath(const fs::path& data_folder, std::string_view ticket_id, int slot) {
+fs::path FirmwareFile(const fs::path& data_folder, std::string_view ticket_id,
+                      std::string_view which) {
     std::string name(ticket_id);
-    if (slot > 1) name += '.' + std::to_string(slot);
+    if (!which.empty()) name += '.' + std::string(which);
     return data_folder / "firmware" / (name + ".lc1");
 }
 
-std::optional<std::string> LoadFirmware(base::Disk& disk, const fs::path& data_folder,
-                                        std::string_view ticket_id, int slot) {
-    const fs::path path = FirmwarePath(data_folder, ticket_id, slot);
+fs::path FirmwarePath(const fs::path& data_folder, std::string_view ticket_id, int slot) {
+    return FirmwareFile(data_folder, ticket_id, slot > 1 ? std::to_string(slot) : std::string());
+}
+
+std::optional<std::string> LoadFirmware(base::Disk& disk, const fs::path& path) {
     for (const fs::path& candidate : {path, base::Suffixed(path, ".bak")}) {
         base::Result<std::string> text = disk.Read(candidate);
         if (text) return std::move(*text);
@@ -20,9 +23,7 @@ std::optional<std::string> LoadFirmware(base::Disk& disk, const fs::path& data_f
     return std::nullopt;
 }
 
-base::Status SaveFirmware(base::Disk& disk, const fs::path& data_folder, std::string_view ticket_id,
-                          int slot, std::string_view text) {
-    const fs::path path = FirmwarePath(data_folder, ticket_id, slot);
+base::Status SaveFirmware(base::Disk& disk, const fs::path& path, std::string_view text) {
     const base::Status made = disk.MakeFolders(path.parent_path());
     if (!made) {
         return base::Failure{"cannot make " + base::PathText(path.parent_path()) + " (" +

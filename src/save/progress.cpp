@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <limits>
-#include <optional>
+#include <utility>
 
-#include "json/parser.h"
-#include "json/writer.h"
+#include "json_file.h"
+#include "save/firmware_files.h"
 
 namespace Kest {
 namespace {
@@ -13,8 +13,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kFileVersion = 1;
-constexpr int kSlots = 3;
-constexpr int kIndent = 2;
 
 using Names = std::set<std::string, std::less<>>;
 
@@ -42,6 +40,10 @@ json::Value WriteSeconds(std::uint64_t seconds) {
     return json::Value(static_cast<double>(seconds));
 }
 
+std::int32_t ReadCount(const json::Value& object, std::string_view key) {
+    return std::max(json::IntOr(object, key, 0), 0);
+}
+
 Names ReadNames(const json::Value& array) {
     Names names;
     for (const json::Value& item : array.items) {
@@ -56,17 +58,6 @@ json::Value WriteNames(const Names& names) {
     return array;
 }
 
-TicketRecord ReadRecord(const json::Value& value) {
-    TicketRecord record;
-    record.closed = json::BoolOr(value, "solved", false);
-    record.best_ticks = json::IntOr(value, "ticks", 0);
-    record.best_lines = json::IntOr(value, "lines", 0);
-    record.hints_revealed = json::IntOr(value, "hints", 0);
-    record.slot = std::clamp(json::IntOr(value, "slot", 1), 1, kSlots);
-    record.closed_at = ReadSeconds(value, "solved_at");
-    return record;
-}
-
 json::Value WriteRecord(const TicketRecord& record) {
     json::Value value(json::Kind::Object);
     json::Set(value, "solved", json::Value(record.closed));
@@ -75,16 +66,36 @@ json::Value WriteRecord(const TicketRecord& record) {
     json::Set(value, "hints", json::Value(record.hints_revealed));
     json::Set(value, "slot", json::Value(record.slot));
     json::Set(value, "solved_at", WriteSeconds(record.closed_at));
+    AppendMembers(value, record.others);
     return value;
 }
 
-std::optional<json::Value> ReadObject(base::Disk& disk, const fs::path& path) {
-    const base::Result<std::string> text = disk.Read(path);
-    if (!text) return std::nullopt;
-    json::Value value;
-    json::Error error;
-    if (!json::Parse(*text, value, error) || !value.IsObject()) return std::nullopt;
-    return value;
+TicketRecord ReadRecord(const json::Value& value) {
+    TicketRecord record;
+    record.closed = json::BoolOr(value, "solved", false);
+    record.best_ticks = ReadCount(value, "ticks");
+    record.best_lines = ReadCount(value, "lines");
+    record.hints_revealed = ReadCount(value, "hints");
+    record.slot = std::clamp(json::IntOr(value, "slot", 1), 1, kFirmwareSlots);
+    record.closed_at = ReadSeconds(value, "solved_at");
+    record.others = MembersBeyond(value, WriteRecord({}));
+    return record;
+}
+
+json::Value ToJson(const Progress& progress) {
+    json::Value tickets(json::Kind::Object);
+    for (const auto& [id, record] : progress.tickets) json::Set(tickets, id, WriteRecord(record));
+    json::Value file(json::Kind::Object);
+    json::Set(file, "version", json::Value(std::max(progress.file_version, kFileVersion)));
+    json::Set(file, "tickets", std::move(tickets));
+    json::Set(file, "current", json::Value(progress.current));
+    for (const NameSet& set : kNameSets) {
+        json::Set(file, set.key, WriteNames(progress.*set.names));
+    }
+    json::Set(file, "kest_seen", json::Value(progress.title_card_seen));
+    json::Set(file, "play_seconds", WriteSeconds(progress.play_seconds));
+    AppendMembers(file, progress.others);
+    return file;
 }
 
 Progress FromJson(const json::Value& file) {
@@ -98,22 +109,14 @@ Progress FromJson(const json::Value& file) {
     }
     progress.title_card_seen = json::BoolOr(file, "kest_seen", false);
     progress.play_seconds = ReadSeconds(file, "play_seconds");
+    progress.file_version = json::IntOr(file, "version", kFileVersion);
+    progress.others = MembersBeyond(file, ToJson({}));
     return progress;
 }
 
-json::Value ToJson(const Progress& progress) {
-    json::Value tickets(json::Kind::Object);
-    for (const auto& [id, record] : progress.tickets) json::Set(tickets, id, WriteRecord(record));
-    json::Value file(json::Kind::Object);
-    json::Set(file, "version", json::Value(kFileVersion));
-    json::Set(file, "tickets", std::move(tickets));
-    json::Set(file, "current", json::Value(progress.current));
-    for (const NameSet& set : kNameSets) {
-        json::Set(file, set.key, WriteNames(progress.*set.names));
-    }
-    json::Set(file, "kest_seen", json::Value(progress.title_card_seen));
-    json::Set(file, "play_seconds", WriteSeconds(progress.play_seconds));
-    return file;
+Against Compare(const TicketRecord& record, std::int32_t score, std::int32_t best) {
+    if (!record.closed || score < best) return Against::Better;
+    return score == best ? Against::Equal : Against::Worse;
 }
 
 }  // namespace
@@ -123,32 +126,41 @@ bool Progress::IsClosed(std::string_view ticket_id) const {
     return found != tickets.end() && found->second.closed;
 }
 
-Progress LoadProgress(base::Disk& disk, const fs::path& path) {
-    for (const fs::path& candidate : {path, base::Suffixed(path, ".bak")}) {
-        if (const std::optional<json::Value> file = ReadObject(disk, candidate)) {
-            return FromJson(*file);
-        }
-    }
-    return {};
+fs::path ProgressPath(const fs::path& data_folder) {
+    return data_folder / "progress.json";
 }
 
-base::Status SaveProgress(base::Disk& disk, const fs::path& path, const Progress& progress) {
-    return base::WriteAtomically(disk, path, json::Write(ToJson(progress), kIndent));
+Progress LoadProgress(base::Disk& disk, const fs::path& data_folder) {
+    const auto file = ReadObject(disk, ProgressPath(data_folder));
+    return file ? FromJson(*file) : Progress();
 }
 
-void CloseTicket(Progress& progress, const Close& close) {
+base::Status SaveProgress(base::Disk& disk, const fs::path& data_folder, const Progress& progress) {
+    return WriteObject(disk, ProgressPath(data_folder), ToJson(progress));
+}
+
+void ResetProgress(Progress& progress) {
+    progress.tickets.clear();
+    progress.achievements.clear();
+    progress.current.clear();
+    progress.binder_seen.clear();
+    progress.shifts_seen.clear();
+}
+
+Improvement CloseTicket(Progress& progress, const Close& close) {
     TicketRecord& record = progress.tickets[close.ticket_id];
-    if (record.closed) {
-        record.best_ticks = std::min(record.best_ticks, close.ticks);
-        record.best_lines = std::min(record.best_lines, close.lines);
-    } else {
-        record.closed = true;
-        record.best_ticks = close.ticks;
-        record.best_lines = close.lines;
-        record.closed_at = close.now;
-    }
+    const Improvement better = {
+        .first = !record.closed,
+        .lines = Compare(record, close.lines, record.best_lines),
+        .ticks = Compare(record, close.ticks, record.best_ticks),
+    };
+    if (better.first) record.closed_at = close.now;
+    if (better.lines == Against::Better) record.best_lines = close.lines;
+    if (better.ticks == Against::Better) record.best_ticks = close.ticks;
+    record.closed = true;
     record.slot = close.slot;
     record.hints_revealed = std::max(record.hints_revealed, close.hints_revealed);
+    return better;
 }
 
 }  // namespace Kest

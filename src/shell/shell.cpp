@@ -24,17 +24,13 @@ constexpr bool IsOverlay(Place place) {
 }  // namespace
 
 Shell::Shell(ShellParts parts) : parts_(std::move(parts)) {
-    progress_ = LoadProgress(parts_.disk, ProgressPath());
+    progress_ = LoadProgress(parts_.disk, parts_.data_folder);
     if (parts_.closed_override >= 0) TreatAsClosed(parts_.closed_override);
     now_ = parts_.clock.Seconds();
     press_key_ = [this](const zo::ui::KeyPress& key) { HandleKey(key); };
 }
 
 Shell::~Shell() = default;
-
-std::filesystem::path Shell::ProgressPath() const {
-    return parts_.data_folder / "progress.json";
-}
 
 void Shell::TreatAsClosed(int count) {
     progress_.tickets.clear();
@@ -205,7 +201,7 @@ void Shell::Notice(std::string title, std::string message, std::function<void()>
 
 void Shell::SaveProgress() {
     if (!parts_.persistent || parts_.closed_override >= 0) return;
-    const base::Status saved = Kest::SaveProgress(parts_.disk, ProgressPath(), progress_);
+    const base::Status saved = Kest::SaveProgress(parts_.disk, parts_.data_folder, progress_);
     save_failure_.clear();
     if (saved) return;
     save_failure_ = "Progress could not be saved: " + saved.Message();
@@ -213,11 +209,11 @@ void Shell::SaveProgress() {
 }
 
 std::optional<std::string> Shell::LoadFirmware(std::string_view ticket_id, int slot) {
-    return Kest::LoadFirmware(parts_.disk, parts_.data_folder, ticket_id, slot);
+    return Kest::LoadFirmware(parts_.disk, FirmwarePath(parts_.data_folder, ticket_id, slot));
 }
 
 base::Status Shell::SaveFirmware(std::string_view ticket_id, int slot, std::string_view text) {
-    return Kest::SaveFirmware(parts_.disk, parts_.data_folder, ticket_id, slot, text);
+    return Kest::SaveFirmware(parts_.disk, FirmwarePath(parts_.data_folder, ticket_id, slot), text);
 }
 
 std::string Shell::ClipboardText() {

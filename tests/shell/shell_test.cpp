@@ -204,7 +204,7 @@ TEST_CASE("progress is saved, and a failure stands until a save works") {
     stage.game.system.disk.full.clear();
     stage.shell.SaveProgress();
     CHECK(stage.shell.SaveFailure().empty());
-    const Progress saved = LoadProgress(stage.game.system.disk, "data/progress.json");
+    const Progress saved = LoadProgress(stage.game.system.disk, "data");
     CHECK(saved.current == "1-02-two");
 }
 

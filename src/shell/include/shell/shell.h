@@ -133,7 +133,6 @@ private:
         double until = 0;  // on the frame clock
     };
 
-    std::filesystem::path ProgressPath() const;
     void TreatAsClosed(int count);
     void CommitSwitch();
     std::optional<double> NextFrameAt() const;
