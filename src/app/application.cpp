@@ -15,26 +15,8 @@ namespace Kest {
 namespace {
 
 constexpr char kTitle[] = "Vantor Kest";
-
-struct ThemeName {
-    std::string_view name;
-    int theme;
-};
-constexpr ThemeName kThemes[] = {{"amber", 1}, {"green", 2}, {"lcd", 3}, {"daylight", 3}};
-
-int ThemeNamed(std::string_view name) {
-    for (const ThemeName& row : kThemes) {
-        if (row.name == name) return row.theme;
-    }
-    return 0;
-}
-
-Appearance AppearanceOf(const LaunchOptions& options, zo::platform::System& system) {
-    return {.look = options.look == "modern" ? zo::ui::Look::Modern : zo::ui::Look::Classic,
-            .theme = ThemeNamed(options.theme),
-            .large = options.large_text != 0,
-            .nine_wide_face = system.HasNineWideFace()};
-}
+constexpr char kAlreadyRunning[] =
+    "Vantor Kest is already open with these files; go on there, or close it first.";
 
 // One pass is one frame: what is due is drawn, then events are waited for until the next frame is
 // due. A frame follows the one before it no sooner than the frame rate allows.
@@ -57,26 +39,47 @@ void RunFrameLoop(Shell& shell, zo::platform::Window& window, zo::platform::Cloc
     }
 }
 
-int RunWindow(const LaunchOptions& options, const Appearance& appearance,
-              const kp::Content& content, zo::platform::System& system) {
+void Complain(std::string_view sentence) {
+    std::fprintf(stderr, "save: %.*s\n", static_cast<int>(sentence.size()), sentence.data());
+}
+
+// Two copies at once would write over each other's files, so the second one leaves.
+void TurnAway(Shell& shell) {
+    Complain(kAlreadyRunning);
+    shell.Notice(kTitle, kAlreadyRunning, [&shell] { shell.Quit(); });
+}
+
+int RunWindow(const LaunchOptions& options, const kp::Content& content,
+              zo::platform::System& system) {
     const base::Result<std::unique_ptr<zo::platform::Window>> window =
         system.OpenWindow({.title = kTitle, .size = options.size, .full_screen = false});
     if (!window) {
         std::fprintf(stderr, "%s\n", window.Message().c_str());
         return 1;
     }
+    const std::filesystem::path data_folder = system.DataFolder();
+    const auto lock = system.SystemDisk().Lock(data_folder / "lock");
+    // Where the system has no locks the game is played without one.
+    const bool alone = !lock || *lock != nullptr;
     Shell shell({.content = content,
                  .clock = system.SystemClock(),
                  .disk = system.SystemDisk(),
                  .window = window->get(),
-                 .data_folder = system.DataFolder(),
+                 .data_folder = data_folder,
+                 .nine_wide_face = system.HasNineWideFace(),
+                 .persistent = alone,
                  .closed_override = options.closed,
-                 .places = GamePlaces()});
-    shell.SetAppearance(appearance);
+                 .places = GamePlaces(),
+                 .complain = Complain});
+    shell.OverrideSettings([&](Settings& settings) { Override(settings, options); });
     shell.SetWindow((*window)->Size(), (*window)->DisplayScale());
-    shell.Open(Place::Title);
+    if (alone) {
+        shell.Open(Place::Title);
+    } else {
+        TurnAway(shell);
+    }
     RunFrameLoop(shell, **window, system.SystemClock());
-    return 0;
+    return alone ? 0 : 1;
 }
 
 void PrintFonts(zo::platform::System& system) {
@@ -122,9 +125,8 @@ int RunApplication(std::span<const std::string_view> arguments, zo::platform::Sy
     }
     if (const std::optional<int> code = RunWithoutContent(options, system)) return *code;
     const kp::Content content = LoadGameContent(system);
-    const Appearance appearance = AppearanceOf(options, system);
-    return options.capture.empty() ? RunWindow(options, appearance, content, system)
-                                   : RunCapture(options, appearance, content, system);
+    return options.capture.empty() ? RunWindow(options, content, system)
+                                   : RunCapture(options, content, system);
 }
 
 }  // namespace Kest

@@ -28,18 +28,19 @@ void RunFrames(Shell& shell, VirtualClock& clock, double seconds) {
 
 }  // namespace
 
-int RunCapture(const LaunchOptions& options, const Appearance& appearance,
-               const kp::Content& content, zo::platform::System& system) {
+int RunCapture(const LaunchOptions& options, const kp::Content& content,
+               zo::platform::System& system) {
     const TemporaryFolder folder(system);
     VirtualClock clock;
     Shell shell({.content = content,
                  .clock = clock,
                  .disk = system.SystemDisk(),
                  .data_folder = folder.Path(),
+                 .nine_wide_face = system.HasNineWideFace(),
                  .persistent = false,
                  .closed_override = options.closed,
                  .places = GamePlaces()});
-    shell.SetAppearance(appearance);
+    shell.OverrideSettings([&](Settings& settings) { Override(settings, options); });
     shell.SetWindow(options.size, DisplayScale(options.dots_per_inch));
     shell.HoldCaret();
 

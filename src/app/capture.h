@@ -9,7 +9,7 @@ namespace Kest {
 
 // Builds the scene, lets its time pass and writes its picture, all without a window. Returns the
 // exit code.
-int RunCapture(const LaunchOptions& options, const Appearance& appearance,
-               const kp::Content& content, zo::platform::System& system);
+int RunCapture(const LaunchOptions& options, const kp::Content& content,
+               zo::platform::System& system);
 
 }  // namespace Kest

@@ -85,6 +85,13 @@ LaunchOptions ParseCommandLine(std::span<const std::string_view> arguments) {
     return options;
 }
 
+void Override(Settings& settings, const LaunchOptions& options) {
+    if (!options.look.empty()) settings.modern_look = IsModernLook(options.look);
+    if (!options.theme.empty()) settings.theme = ThemeNamed(options.theme);
+    if (options.large_text >= 0) settings.large_text = options.large_text == 1;
+    if (options.vi_keys) settings.vi_keys = true;
+}
+
 std::string UsageText() {
     std::string text = "Usage: vantor-kest [options]\n";
     for (const Option& option : kOptions) {

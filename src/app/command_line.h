@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "cells/grid_size.h"
+#include "save/settings.h"
 
 namespace Kest {
 
@@ -33,6 +34,9 @@ struct LaunchOptions {
 // Each argument is compared whole; unknown ones are ignored. An option that stands last without its
 // argument gets an empty one.
 LaunchOptions ParseCommandLine(std::span<const std::string_view> arguments);
+
+// Puts what the options ask for over the player's own settings.
+void Override(Settings& settings, const LaunchOptions& options);
 
 // The table of options, a line each.
 std::string UsageText();

@@ -12,6 +12,10 @@ using zo::ui::KeyPress;
 using zo::ui::Paragraph;
 using zo::ui::Role;
 
+// The text is saved when so long nothing was typed, and at the latest so long after an edit.
+constexpr double kIdleSeconds = 3;
+constexpr double kLongestUnsavedSeconds = 20;
+
 bool HasLane(const kp::LoadedTicket& loaded, Lane lane) {
     return std::ranges::count(LanesOf(loaded), lane) > 0;
 }
@@ -47,8 +51,10 @@ void Bench::Entered() {
     stage_ = shell_.Unlocking().Stage();
     shell_.Progress().current = loaded_.ticket.id;
     shell_.SaveProgress();
-    const auto kept = shell_.LoadFirmware(loaded_.ticket.id, kFirmwareSlot);
-    SetFirmware(kept ? *kept : loaded_.ticket.starter);
+    const auto& tickets = shell_.Progress().tickets;
+    const auto record = tickets.find(loaded_.ticket.id);
+    LoadSlot(record == tickets.end() ? 1 : record->second.slot);
+    run_.SetSpeed(shell_.Settings().run_speed);
     FillTicket();
     FillHints();
     updated_at_ = shell_.Now();
@@ -71,11 +77,14 @@ void Bench::Uncovered() {
 void Bench::SetFirmware(std::string_view text) {
     editor_.SetText(text);
     dirty_ = false;
+    save_at_.reset();
     Assemble();
 }
 
 void Bench::Edited() {
     dirty_ = true;
+    if (!save_at_) unsaved_since_ = shell_.Now();
+    save_at_ = std::min(shell_.Now() + kIdleSeconds, unsaved_since_ + kLongestUnsavedSeconds);
     Assemble();
     Report();
 }
@@ -161,6 +170,7 @@ void Bench::FillNotes() {
 void Bench::Update(double now) {
     const double seconds = now - updated_at_;
     updated_at_ = now;
+    if (save_at_ && *save_at_ <= now) SaveOrWarn();
     if (run_.State() != RunState::Running) return;
     run_.Advance(seconds);
     trace_.Follow(run_.ShownTick());
@@ -173,8 +183,9 @@ void Bench::Update(double now) {
 }
 
 std::optional<double> Bench::NextFrameAt() const {
-    if (run_.State() != RunState::Running) return std::nullopt;
-    return updated_at_ + run_.SecondsToNextTick();
+    if (run_.State() != RunState::Running) return save_at_;
+    const double next_tick = updated_at_ + run_.SecondsToNextTick();
+    return save_at_ ? std::min(*save_at_, next_tick) : next_tick;
 }
 
 bool Bench::IsOpen(const BenchKey& key) const {

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "bench/bench.h"
 #include "bench/results.h"
@@ -23,6 +24,9 @@ void Bench::Do(Command command) {
         {Command::PauseOrMenu, [](Bench& bench) { bench.PauseOrMenu(); }},
         {Command::Reset, [](Bench& bench) { bench.Reset(); }},
         {Command::Save, [](Bench& bench) { bench.Save(); }},
+        {Command::FirstSlot, [](Bench& bench) { bench.UseSlot(1); }},
+        {Command::SecondSlot, [](Bench& bench) { bench.UseSlot(2); }},
+        {Command::ThirdSlot, [](Bench& bench) { bench.UseSlot(3); }},
         {Command::PreviousTest, [](Bench& bench) { bench.TurnTest(-1); }},
         {Command::NextTest, [](Bench& bench) { bench.TurnTest(1); }},
         {Command::SlowerSpeed, [](Bench& bench) { bench.ChangeSpeed(-1); }},
@@ -94,16 +98,22 @@ void Bench::Verify() {
 }
 
 void Bench::Ship() {
+    const kp::VerifyResult& verify = *run_.LastVerify();
+    const std::string& id = loaded_.ticket.id;
+    const ClosedTicket closed =
+        shell_.CloseTicket({.ticket_id = id,
+                            .lines = verify.lines,
+                            .ticks = static_cast<std::int32_t>(verify.ticks),
+                            .hints_revealed = shell_.Progress().tickets[id].hints_revealed,
+                            .slot = slot_,
+                            .now = shell_.CalendarSeconds()},
+                           editor_.Text());
     const PassedDeck deck{.loaded = loaded_,
-                          .verify = *run_.LastVerify(),
-                          .slot = kFirmwareSlot,
-                          .now = shell_.CalendarSeconds(),
-                          .columns = shape_.columns,
-                          .has_binder = shell_.Offers(Place::Binder)};
-    ResultsSummary summary = CloseWith(shell_.Content(), shell_.Progress(), deck);
-    stage_ = shell_.Unlocking().Stage();
-    shell_.SaveProgress();
-    shell_.Push(std::make_unique<Results>(shell_, std::move(summary)));
+                          .verify = verify,
+                          .closed = closed,
+                          .stage_before = std::exchange(stage_, shell_.Unlocking().Stage()),
+                          .columns = shape_.columns};
+    shell_.Push(std::make_unique<Results>(shell_, SumUp(shell_, deck)));
 }
 
 void Bench::Save() {
@@ -112,22 +122,33 @@ void Bench::Save() {
 }
 
 bool Bench::SaveOrWarn() {
-    const base::Status saved = SaveIfDirty();
-    if (!saved) {
-        shell_.SetStatus("Firmware could not be saved: " + saved.Message(), Alert::Yes);
-    }
+    const base::Status saved = SaveWork();
+    if (!saved) shell_.Alarm(saved.Message());
     return static_cast<bool>(saved);
 }
 
-base::Status Bench::SaveIfDirty() {
+base::Status Bench::SaveWork() {
+    save_at_.reset();
     if (!dirty_) return {};
-    base::Status saved = shell_.SaveFirmware(loaded_.ticket.id, kFirmwareSlot, editor_.Text());
-    if (saved) dirty_ = false;
+    base::Status saved = shell_.SaveFirmware(loaded_.ticket.id, slot_, editor_.Text());
+    dirty_ = !saved;
+    shell_.RequestRedraw();
     return saved;
 }
 
-base::Status Bench::SaveWork() {
-    return SaveIfDirty();
+// Text that cannot be saved keeps its slot on the bench.
+void Bench::UseSlot(int slot) {
+    if (slot == slot_ || !SaveOrWarn()) return;
+    LoadSlot(slot);
+    shell_.SetStatus("Firmware slot " + std::to_string(slot));
+    shell_.Progress().tickets[loaded_.ticket.id].slot = slot;
+    shell_.SaveProgress();
+}
+
+void Bench::LoadSlot(int slot) {
+    slot_ = slot;
+    const auto kept = shell_.LoadFirmware(loaded_.ticket.id, slot);
+    SetFirmware(kept ? *kept : loaded_.ticket.starter);
 }
 
 void Bench::OpenBinder() {
@@ -176,11 +197,16 @@ void Bench::TurnTest(int by) {
 }
 
 void Bench::CycleSpeed() {
-    run_.SetSpeed((run_.Speed() + 1) % static_cast<int>(kRunSpeeds.size()));
+    SetSpeed((run_.Speed() + 1) % static_cast<int>(kRunSpeeds.size()));
 }
 
 void Bench::ChangeSpeed(int by) {
-    run_.SetSpeed(std::clamp(run_.Speed() + by, 0, static_cast<int>(kRunSpeeds.size()) - 1));
+    SetSpeed(std::clamp(run_.Speed() + by, 0, static_cast<int>(kRunSpeeds.size()) - 1));
+}
+
+void Bench::SetSpeed(int speed) {
+    run_.SetSpeed(speed);
+    shell_.ChangeSettings([speed](Settings& settings) { settings.run_speed = speed; });
 }
 
 void Bench::ShowNextHint() {

@@ -87,10 +87,23 @@ void Bench::DrawFirmware(Canvas& canvas, Pressables& pressables) {
         top.Right(" Assembled ", Role::PanelDim, 0);
     }
     const zo::ui::TextPosition caret = editor_.CaretAt();
-    FrameLine(canvas, pane, Edge::Bottom)
-        .Right(SmallText(" Ln %d, Col %d ", caret.line + 1, caret.column + 1), Role::PanelDim);
+    FrameLine bottom(canvas, pane, Edge::Bottom);
+    bottom.Right(SmallText(" Ln %d, Col %d ", caret.line + 1, caret.column + 1), Role::PanelDim);
     TakeFocus(pressables, Panel::Firmware);
+    if (stage_ >= StageOf(Command::FirstSlot)) DrawSlots(bottom, pressables);
     editor_.Draw(canvas, pressables, pane, focused);
+}
+
+// The slots as tabs, the one on the bench with a star while it is not saved.
+void Bench::DrawSlots(FrameLine& line, Pressables& pressables) {
+    line.Left(" Slot ", Role::PanelDim);
+    for (int slot = 1; slot <= kFirmwareSlots; ++slot) {
+        const bool chosen = slot == slot_;
+        const char* const end = !chosen ? "  " : dirty_ ? "*]" : "] ";
+        const SmallText tab("%c%d%s", chosen ? '[' : ' ', slot, end);
+        const auto area = line.Left(tab, chosen ? Role::TabOn : Role::Tab, 0);
+        if (area) pressables.Add(*area).act = [this, slot] { UseSlot(slot); };
+    }
 }
 
 void Bench::DrawPanel(Canvas& canvas, Pressables& pressables, Panel panel) {

@@ -4,8 +4,6 @@
 
 #include "base/format.h"
 #include "bench/bench_commands.h"
-#include "save/unlocking.h"
-#include "shell/shell.h"
 #include "small_text.h"
 
 namespace Kest {
@@ -25,13 +23,14 @@ constexpr int kLeastRemarks = 2;
 constexpr int kName = 3, kThisRun = 22, kBest = 32, kReference = 43, kRemark = 46;
 
 // The keys that a raised stage has opened; empty when it opened none.
-std::string NewKeys(int stage_before, int stage_now, const PassedDeck& deck) {
+std::string NewKeys(const Shell& shell, const PassedDeck& deck) {
+    const int stage_now = shell.Unlocking().Stage();
     std::string keys;
     for (const BenchKey& key : BenchKeys()) {
-        const bool opened = key.stage > stage_before && key.stage <= stage_now;
+        const bool opened = key.stage > deck.stage_before && key.stage <= stage_now;
         const bool named = IsListed(key, deck.columns) || key.command == Command::Reset;
         if (!opened || !named) continue;
-        if (key.command == Command::Binder && !deck.has_binder) continue;
+        if (key.command == Command::Binder && !shell.Offers(Place::Binder)) continue;
         keys += keys.empty() ? "New keys: " : ", ";
         keys += zo::ui::KeyName(key.key) + " ";
         keys += key.word;
@@ -39,32 +38,44 @@ std::string NewKeys(int stage_before, int stage_now, const PassedDeck& deck) {
     return keys.empty() ? keys : keys + ".";
 }
 
+// One line, which counts the achievements that it has no room to name.
+std::string EarnedText(const std::vector<const Achievement*>& earned, int cells) {
+    if (earned.empty()) return {};
+    std::string text = earned.size() == 1 ? "Achievement: " : "Achievements: ";
+    for (std::size_t i = 0; i < earned.size(); ++i) {
+        const std::size_t left = earned.size() - i;
+        std::string longer = text + (i > 0 ? ", " : "");
+        longer += earned[i]->title;
+        const std::string rest = base::Format(" and %zu more", left);
+        const std::size_t reserved = left > 1 ? rest.size() : 0;
+        if (longer.size() + reserved > static_cast<std::size_t>(cells)) return text + rest;
+        text = std::move(longer);
+    }
+    return text;
+}
+
 }  // namespace
 
-ResultsSummary CloseWith(const kp::Content& content, Progress& progress, const PassedDeck& deck) {
+ResultsSummary SumUp(const Shell& shell, const PassedDeck& deck) {
     const kp::Ticket& ticket = deck.loaded.ticket;
-    const Unlocking unlocking{content, progress};
+    const TicketRecord& record = shell.Progress().tickets.find(ticket.id)->second;
+    const Unlocking unlocking = shell.Unlocking();
     ResultsSummary summary;
-    const int stage_before = unlocking.Stage();
-    summary.first_close = !progress.IsClosed(ticket.id);
-    CloseTicket(progress, {.ticket_id = ticket.id,
-                           .lines = deck.verify.lines,
-                           .ticks = static_cast<std::int32_t>(deck.verify.ticks),
-                           .hints_revealed = progress.tickets[ticket.id].hints_revealed,
-                           .slot = deck.slot,
-                           .now = deck.now});
-    const TicketRecord& record = progress.tickets[ticket.id];
+    summary.first_close = deck.closed.first;
     summary.ticket = ticket.id.substr(0, 4) + " " + ticket.title;
     summary.passed = deck.verify.passed;
     summary.total = deck.verify.total;
     summary.ticks = {static_cast<int>(deck.verify.ticks), record.best_ticks,
                      static_cast<int>(deck.loaded.reference.ticks)};
     summary.lines = {deck.verify.lines, record.best_lines, deck.loaded.reference.lines};
-    summary.remarks.push_back(base::Format("Closed in shift %d: %d of %d", ticket.shift,
-                                           unlocking.ClosedCount(ticket.shift),
-                                           unlocking.RequiredCount(ticket.shift)));
-    std::string keys = NewKeys(stage_before, unlocking.Stage(), deck);
-    if (!keys.empty()) summary.remarks.push_back(std::move(keys));
+    const auto remark = [&](std::string text, Role role = Role::Dialog) {
+        if (!text.empty()) summary.remarks.push_back({std::move(text), role});
+    };
+    remark(EarnedText(deck.closed.earned, kWidth - 2 * kName), Role::ChipWarn);
+    remark(base::Format("Closed in shift %d: %d of %d", ticket.shift,
+                        unlocking.ClosedCount(ticket.shift),
+                        unlocking.RequiredCount(ticket.shift)));
+    remark(NewKeys(shell, deck));
     summary.next = unlocking.NextTicket(ticket.id);
     summary.offers_board = unlocking.Stage() >= 1;
     return summary;
@@ -102,8 +113,9 @@ void Results::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
                 Role::Dialog);
     DrawScores(canvas, box);
     for (std::size_t i = 0; i < summary_.remarks.size(); ++i) {
-        canvas.Text(box.x + kName, box.y + kRemarkRow + static_cast<int>(i), summary_.remarks[i],
-                    Role::Dialog);
+        const ResultsSummary::Remark& remark = summary_.remarks[i];
+        canvas.Text(box.x + kName, box.y + kRemarkRow + static_cast<int>(i), remark.text,
+                    remark.role);
     }
     canvas.Separator(box, box.Bottom() - 4, zo::ui::Lines::Double, Role::DialogFrame);
     buttons_.Draw(canvas, pressables, {box.x + 1, box.Bottom() - 3, box.width - 2, 1});

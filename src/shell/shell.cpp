@@ -1,14 +1,16 @@
 #include "shell/shell.h"
 
 #include <algorithm>
+#include <cmath>
 
-#include "save/firmware_files.h"
+#include "save/records.h"
 #include "shell/confirm.h"
 
 namespace Kest {
 namespace {
 
 constexpr double kStatusSeconds = 3.2;
+const std::string kFirmwareFailed = "Firmware could not be saved: ";
 
 constexpr bool IsOverlay(Place place) {
     switch (place) {
@@ -25,9 +27,16 @@ constexpr bool IsOverlay(Place place) {
 
 Shell::Shell(ShellParts parts) : parts_(std::move(parts)) {
     progress_ = LoadProgress(parts_.disk, parts_.data_folder);
+    if (parts_.persistent) {
+        kept_settings_ = LoadSettings(parts_.disk, parts_.data_folder);
+        // Written back at once, so that a file of an older version is brought up to date once.
+        (void)SaveSettings(parts_.disk, parts_.data_folder, kept_settings_);
+        settings_ = kept_settings_;
+    }
     if (parts_.closed_override >= 0) TreatAsClosed(parts_.closed_override);
-    now_ = parts_.clock.Seconds();
+    now_ = played_until_ = parts_.clock.Seconds();
     press_key_ = [this](const zo::ui::KeyPress& key) { HandleKey(key); };
+    ApplySettings();
 }
 
 Shell::~Shell() = default;
@@ -50,11 +59,23 @@ void Shell::SetWindow(zo::ui::PixelSize size, float display_scale) {
     RebuildGrid();
 }
 
-void Shell::SetAppearance(const Appearance& appearance) {
-    appearance_ = appearance;
-    request_.look = appearance.look;
-    request_.want_large = appearance.large;
-    request_.nine_wide_face = appearance.nine_wide_face;
+void Shell::OverrideSettings(const SettingsChange& change) {
+    change(settings_);
+    ApplySettings();
+}
+
+// The file keeps the player's choices alone, without what holds for this run.
+void Shell::ChangeSettings(const SettingsChange& change) {
+    change(settings_);
+    change(kept_settings_);
+    if (parts_.persistent) (void)SaveSettings(parts_.disk, parts_.data_folder, kept_settings_);
+    ApplySettings();
+}
+
+void Shell::ApplySettings() {
+    request_.look = settings_.modern_look ? zo::ui::Look::Modern : zo::ui::Look::Classic;
+    request_.want_large = settings_.large_text;
+    request_.nine_wide_face = parts_.nine_wide_face;
     RebuildGrid();
 }
 
@@ -105,26 +126,37 @@ double Shell::SecondsToNextFrame() const {
 
 void Shell::Quit() {
     if (done_) return;
-    const base::Status saved = SaveWork();
-    if (saved || quitting_) {
+    std::string lost = SaveEverything();
+    if (lost.empty() || quitting_) {
         done_ = true;
         return;
     }
     quitting_ = true;
     Ask({.title = "Exit",
-         .message = "Firmware could not be saved: " + saved.Message(),
+         .message = std::move(lost),
          .yes = "Exit",
          .answered = [this](bool yes) { done_ = quitting_ = yes; },
          .suggest_no = true});
 }
 
-base::Status Shell::SaveWork() {
-    base::Status worst = current_ ? current_->SaveWork() : base::Status();
-    for (const auto& overlay : overlays_) {
-        base::Status status = overlay->SaveWork();
-        if (!status) worst = std::move(status);
-    }
-    return worst;
+// What would go with the screens, as a sentence; empty when all is saved.
+std::string Shell::SaveWork() {
+    std::string lost;
+    const auto save = [&](Screen& screen) {
+        const base::Status saved = screen.SaveWork();
+        if (!saved) lost = saved.Message();
+    };
+    if (current_) save(*current_);
+    for (const auto& overlay : overlays_) save(*overlay);
+    return lost;
+}
+
+// What would go with the program. Play time alone is not worth a question.
+std::string Shell::SaveEverything() {
+    const bool owed = !save_failure_.empty();
+    WriteProgress();
+    std::string lost = SaveWork();
+    return lost.empty() && owed ? save_failure_ : lost;
 }
 
 bool Shell::Offers(Place place) const {
@@ -142,7 +174,22 @@ void Shell::Open(Place place, std::string_view about) {
 }
 
 void Shell::SwitchTo(std::unique_ptr<Screen> screen) {
-    pending_ = std::move(screen);
+    std::string lost = SaveWork();
+    if (lost.empty()) {
+        pending_ = std::move(screen);
+        return;
+    }
+    waiting_ = std::move(screen);
+    Ask({.title = "Leave",
+         .message = std::move(lost),
+         .yes = "Leave",
+         .no = "Stay",
+         .answered =
+             [this](bool yes) {
+                 if (yes) pending_ = std::move(waiting_);
+                 waiting_.reset();
+             },
+         .suggest_no = true});
 }
 
 void Shell::Push(std::unique_ptr<Screen> overlay) {
@@ -200,12 +247,59 @@ void Shell::Notice(std::string title, std::string message, std::function<void()>
 }
 
 void Shell::SaveProgress() {
-    if (!parts_.persistent || parts_.closed_override >= 0) return;
+    Earn(nullptr);
+    WriteProgress();
+}
+
+std::vector<const Achievement*> Shell::Earn(const Close* close) {
+    if (!parts_.persistent || settings_.open_all) return {};
+    std::vector<const Achievement*> earned = Award(parts_.content, progress_, close);
+    for (const Achievement* achievement : earned) {
+        SetStatus("Achievement: " + std::string(achievement->title));
+    }
+    return earned;
+}
+
+void Shell::WriteProgress() {
+    CountPlayTime();
+    if (!KeepsProgress()) return;
     const base::Status saved = Kest::SaveProgress(parts_.disk, parts_.data_folder, progress_);
     save_failure_.clear();
     if (saved) return;
     save_failure_ = "Progress could not be saved: " + saved.Message();
-    SetStatus(save_failure_, Alert::Yes);
+    Alarm(save_failure_);
+}
+
+void Shell::CountPlayTime() {
+    const double seconds = std::floor(std::max(now_ - played_until_, 0.0));
+    progress_.play_seconds += static_cast<std::uint64_t>(seconds);
+    played_until_ += seconds;
+}
+
+void Shell::Alarm(std::string sentence) {
+    if (parts_.complain) parts_.complain(sentence);
+    SetStatus(std::move(sentence), Alert::Yes);
+}
+
+ClosedTicket Shell::CloseTicket(const Close& close, std::string_view firmware) {
+    const Improvement better = Kest::CloseTicket(progress_, close);
+    ClosedTicket closed = {.first = better.first, .earned = Earn(&close)};
+    if (KeepsProgress()) {
+        const base::Status kept =
+            KeepRecords(parts_.disk, parts_.data_folder, close, better, firmware);
+        if (!kept) Alarm(kFirmwareFailed + kept.Message());
+        // Nothing depends on the history, so its loss is no news.
+        (void)AddToHistory(parts_.disk, parts_.data_folder, close);
+    }
+    WriteProgress();
+    return closed;
+}
+
+void Shell::ResetProgress() {
+    if (!parts_.persistent) return;
+    Kest::ResetProgress(progress_);
+    SetStatus("Progress reset.");
+    WriteProgress();
 }
 
 std::optional<std::string> Shell::LoadFirmware(std::string_view ticket_id, int slot) {
@@ -213,7 +307,10 @@ std::optional<std::string> Shell::LoadFirmware(std::string_view ticket_id, int s
 }
 
 base::Status Shell::SaveFirmware(std::string_view ticket_id, int slot, std::string_view text) {
-    return Kest::SaveFirmware(parts_.disk, FirmwarePath(parts_.data_folder, ticket_id, slot), text);
+    const base::Status saved =
+        Kest::SaveFirmware(parts_.disk, FirmwarePath(parts_.data_folder, ticket_id, slot), text);
+    if (saved) return saved;
+    return base::Failure{kFirmwareFailed + saved.Message()};
 }
 
 std::string Shell::ClipboardText() {

@@ -22,10 +22,10 @@ struct Blink {
 
 const zo::ui::Frame& Shell::Draw() {
     redraw_ = false;
-    zo::ui::Canvas canvas(frame_, appearance_.theme);
+    zo::ui::Canvas canvas(frame_, settings_.theme);
     frame_.caret = {};
     frame_.margin =
-        zo::ui::Colours(appearance_.look, appearance_.theme, zo::ui::Role::Desktop).ground;
+        zo::ui::Colours(frame_.grid.look, settings_.theme, zo::ui::Role::Desktop).ground;
     canvas.Fill(canvas.Area(), U'░', zo::ui::Role::Desktop);
     pressables_.Clear();
     DrawScreens(canvas);

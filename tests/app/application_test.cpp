@@ -143,6 +143,34 @@ TEST_CASE("a new player solves the first ticket, and the next run remembers it")
     CHECK(LastRow(system.screen.frames.front(), 2) == " Opens Carrier Check on the bench.");
 }
 
+TEST_CASE("a second copy says so in one sentence, leaves, and writes nothing") {
+    fake::System system;
+    system.disk.locked = true;
+    CHECK(Run(system, {"--width", "640", "--height", "400"}) == 1);
+    CHECK(fake::Text(system.screen.frames.front(), {17, 8, 46, 8}) ==
+          "╔═ Vantor Kest ══════════════════════════════╗\n"
+          "║                                            ║\n"
+          "║  Vantor Kest is already open with these    ║\n"
+          "║  files; go on there, or close it first.    ║\n"
+          "║                                            ║\n"
+          "║                   ► OK ◄▄                  ║\n"
+          "║                    ▀▀▀▀▀▀                  ║\n"
+          "╚════════════════════════════════════════════╝\n");
+    CHECK(system.disk.files.empty());
+}
+
+TEST_CASE("the command line changes the settings for its run alone") {
+    fake::System system;
+    CHECK(Run(system, {"--width", "640", "--height", "400", "--text", "normal"}) == 0);
+    CHECK(system.screen.frames.back().grid.look == zo::ui::Look::Modern);
+    const int columns = system.screen.frames.back().grid.columns;
+    CHECK(Run(system, {"--width", "640", "--height", "400", "--look", "classic"}) == 0);
+    CHECK(system.screen.frames.back().grid.look == zo::ui::Look::Classic);
+    CHECK(Run(system, {"--width", "640", "--height", "400"}) == 0);
+    CHECK(system.screen.frames.back().grid.look == zo::ui::Look::Modern);
+    CHECK(system.screen.frames.back().grid.columns < columns);
+}
+
 TEST_CASE("a scene brings the bench into the state it names") {
     const struct {
         std::string_view scene;

@@ -130,7 +130,7 @@ TEST_CASE("a verify that passes closes the ticket, names the new keys and leads 
     Game game("1-01-echo");
     game.Keys("rx a<Enter>tx a<F8>");
     REQUIRE(game.Top() == "results");
-    CHECK(fake::Text(game.shell.Draw(), {10, 4, 60, 16}) ==
+    CHECK(fake::Text(game.shell.Draw(), {10, 3, 60, 17}) ==
           "╔═ VERIFY ═════════════════════════════════════════════════╗\n"
           "║                                                          ║\n"
           "║  2 of 2 passed. First solve.                             ║\n"
@@ -140,6 +140,7 @@ TEST_CASE("a verify that passes closes the ticket, names the new keys and leads 
           "║  Ticks            13        13         13   √ at par     ║\n"
           "║  Lines             2         2          2   √ at par     ║\n"
           "║                                                          ║\n"
+          "║  Achievements: Both Scores, First Ticket                 ║\n"
           "║  Closed in shift 1: 1 of 2                               ║\n"
           "║  New keys: F2 Card, F6 Step, Ctrl+R Reset.               ║\n"
           "║                                                          ║\n"
@@ -152,7 +153,7 @@ TEST_CASE("a verify that passes closes the ticket, names the new keys and leads 
     game.Keys("<Esc>");
     CHECK(game.Top() == "bench");
     CHECK(game.Status() ==
-          " Verify: 2 of 2 passed.                                             F2 F5 F6 F8");
+          " Achievement: First Ticket                                          F2 F5 F6 F8");
     CHECK(game.KeyBar() == " F2 Card  F5 Run  F6 Step  F8 Verify  Esc Menu");
 
     // The second close is no first solve, and a longer program is not at par.

@@ -31,10 +31,13 @@ struct Game {
     fake::System system;
     Kest::Shell shell;
 
-    // With `closed` below 0 the progress is the player's own, and is saved.
+    // With `closed` below 0 the progress is the player's own, and is saved; else it is a capture's.
     explicit Game(std::string_view ticket, zo::ui::PixelSize grid = kNarrow, int closed = -1)
         : shell(Parts(closed)) {
-        shell.SetAppearance({.large = false});
+        shell.OverrideSettings([](Kest::Settings& settings) {
+            settings.modern_look = false;
+            settings.large_text = false;
+        });
         shell.SetWindow({grid.width, 2 * grid.height}, 1);
         Open(ticket);
     }
@@ -80,6 +83,7 @@ private:
                                .clock = system.clock,
                                .disk = system.disk,
                                .data_folder = "data",
+                               .persistent = closed < 0,
                                .closed_override = closed};
         const auto place = [&](Kest::Place which) -> Kest::MakeScreen& {
             return parts.places[static_cast<std::size_t>(which)];

@@ -145,7 +145,7 @@ TEST_CASE("the title is drawn at both sizes") {
     game.shell.Progress().current = "4-03-retry-budget";
     game.shell.Open(Place::Title);
     CHECK(game.Text() == kTitle80);
-    game.shell.SetAppearance({.large = false});
+    game.shell.OverrideSettings([](Settings& settings) { settings.large_text = false; });
     CHECK(game.Text() == kTitle160);
 }
 

@@ -40,7 +40,7 @@ struct Game {
                  .data_folder = system.DataFolder(),
                  .closed_override = closed,
                  .places = std::move(places)}) {
-        shell.SetAppearance({});
+        shell.OverrideSettings([](Kest::Settings& settings) { settings.modern_look = false; });
         shell.SetWindow(kSize, 1);
     }
 

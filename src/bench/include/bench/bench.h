@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,7 @@
 #include "bench/trace_panel.h"
 #include "shell/screen.h"
 #include "ui/code_editor.h"
+#include "ui/frame_line.h"
 #include "ui/text_pane.h"
 
 namespace Kest {
@@ -56,6 +58,7 @@ private:
     void Verify();
     void Ship();
     void Save();
+    void UseSlot(int slot);
     void OpenBinder();
     void PauseOrMenu();
     void ToggleCard();
@@ -64,6 +67,7 @@ private:
     void TurnTest(int by);
     void CycleSpeed();
     void ChangeSpeed(int by);
+    void SetSpeed(int speed);
     void ShowNextHint();
     void MovePanel(int by);
 
@@ -79,7 +83,7 @@ private:
     void FillNotes();
     void SetFirmware(std::string_view text);
     void RunHalfWay();
-    base::Status SaveIfDirty();
+    void LoadSlot(int slot);
     bool SaveOrWarn();
     bool KeyInPanel(const zo::ui::KeyPress& key);
     bool KeyOf(Panel panel, const zo::ui::KeyPress& key);
@@ -88,14 +92,13 @@ private:
     // Drawing (bench_draw.cpp).
     void LayOut(int columns, int rows);
     void DrawFirmware(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables);
+    void DrawSlots(zo::ui::FrameLine& line, zo::ui::Pressables& pressables);
     void DrawPanel(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables, Panel panel);
     void DrawPanelFrame(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables, Panel panel);
     void DrawTabs(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables, Panel panel);
     void DrawHintButton(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables,
                         const zo::ui::Rect& pane);
     void TakeFocus(zo::ui::Pressables& pressables, Panel panel);
-
-    static constexpr int kFirmwareSlot = 1;
 
     const kp::LoadedTicket& loaded_;
     std::string context_, detail_, place_;  // of the top bar
@@ -112,9 +115,12 @@ private:
     HostPanel host_;
     TracePanel trace_;
     Strip strip_;
-    int stage_ = 0;          // of the unlocking
-    bool dirty_ = false;     // the text differs from its file
-    double updated_at_ = 0;  // on the frame clock
+    int stage_ = 0;                  // of the unlocking
+    int slot_ = 1;                   // of the firmware
+    bool dirty_ = false;             // the text differs from its file
+    double updated_at_ = 0;          // on the frame clock
+    double unsaved_since_ = 0;       // the first edit since the last save was tried
+    std::optional<double> save_at_;  // when the next one is due
 };
 
 }  // namespace Kest

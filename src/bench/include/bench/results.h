@@ -4,9 +4,8 @@
 #include <vector>
 
 #include "content/content.h"
-#include "save/progress.h"
 #include "session/verify.h"
-#include "shell/screen.h"
+#include "shell/shell.h"
 #include "ui/widgets.h"
 
 namespace Kest {
@@ -24,23 +23,24 @@ struct ResultsSummary {
     bool first_close = false;
     Score ticks;
     Score lines;
-    std::vector<std::string> remarks;        // at most three
+    struct Remark {
+        std::string text;
+        zo::ui::Role role = zo::ui::Role::Dialog;
+    };
+    std::vector<Remark> remarks;             // at most three
     const kp::LoadedTicket* next = nullptr;  // the next ticket that is open
     bool offers_board = false;
 };
 
-// A deck passed on a ticket: what to record, and how the bench names the keys that this opens.
+// A deck passed on a ticket, and what closing the ticket changed.
 struct PassedDeck {
     const kp::LoadedTicket& loaded;
     const kp::VerifyResult& verify;
-    int slot = 1;
-    std::uint64_t now = 0;  // seconds since 1 January 1970
-    int columns = 80;
-    bool has_binder = false;
+    const ClosedTicket& closed;
+    int stage_before = 0;  // of the unlocking
+    int columns = 80;      // of the bench, on which the new keys are named
 };
-
-// Closes the ticket in the progress and sums up what changed.
-ResultsSummary CloseWith(const kp::Content& content, Progress& progress, const PassedDeck& deck);
+ResultsSummary SumUp(const Shell& shell, const PassedDeck& deck);
 
 // The overlay that a closed ticket raises.
 class Results final : public Screen {

@@ -62,7 +62,7 @@ public:
     virtual bool Key(const zo::ui::KeyPress& /*key*/) { return false; }
     virtual bool Text(std::string_view /*utf8*/) { return false; }
 
-    // Saves what the player would lose with the program.
+    // Saves what the player would lose with the screen. The failure is a sentence to show.
     virtual base::Status SaveWork() { return {}; }
     // Brings the screen into the state that a request of a capture names; false when it is unknown.
     virtual bool CaptureRequest(std::string_view /*request*/) { return false; }

@@ -10,7 +10,10 @@
 
 #include "content/content.h"
 #include "outside/outside.h"
+#include "save/achievements.h"
+#include "save/firmware_files.h"
 #include "save/progress.h"
+#include "save/settings.h"
 #include "save/unlocking.h"
 #include "shell/places.h"
 #include "shell/screen.h"
@@ -24,21 +27,24 @@ struct ShellParts {
     base::Disk& disk;
     zo::platform::Window* window = nullptr;  // null when a picture is all that is wanted
     std::filesystem::path data_folder = {};
-    // False in automation: progress is never written.
+    bool nine_wide_face = true;
+    // False in automation: settings and progress are never written.
     bool persistent = true;
     // The number of tickets to treat as closed in this run, -1 to keep the player's progress. With
     // it progress is never written either: the player's own must not be lost over it.
     int closed_override = -1;
     Places places = {};
+    // Hears what could not be saved, beside the player.
+    std::function<void(std::string_view sentence)> complain = {};
 };
 
-// How the cells look: the look, its colouring and the size of the text.
-struct Appearance {
-    zo::ui::Look look = zo::ui::Look::Classic;
-    int theme = 0;
-    bool large = true;
-    bool nine_wide_face = true;
-    bool operator==(const Appearance&) const = default;
+// Sets some of the settings to what was chosen; it may be called more than once.
+using SettingsChange = std::function<void(Settings& settings)>;
+
+// What came of closing a ticket.
+struct ClosedTicket {
+    bool first = false;
+    std::vector<const Achievement*> earned;
 };
 
 enum class Alert : bool { No, Yes };
@@ -52,7 +58,8 @@ struct Question {
     bool suggest_no = false;  // something would be lost: focus starts on the second button
 };
 
-// Owns everything that lives as long as the window: the screens, the progress, the status message.
+// Owns everything that lives as long as the window: the screens, settings and progress, the status
+// message.
 // The frame loop tells it what happened and asks it for frames; screens ask it for everything that
 // lies outside them.
 class Shell {
@@ -65,7 +72,8 @@ public:
     // The frame loop's side.
 
     void SetWindow(zo::ui::PixelSize size, float display_scale);
-    void SetAppearance(const Appearance& appearance);
+    // Changes the settings for this run alone.
+    void OverrideSettings(const SettingsChange& change);
     void Handle(const zo::ui::InputEvent& event);
     // Commits a pending switch and lets the screens move on. Before each frame.
     void Advance();
@@ -77,8 +85,8 @@ public:
     // Whether an event would reach what is on the screen. If not, a frame must come first, if any.
     bool TakesInput() const { return !done_ && !pending_ && !pressables_stale_; }
     bool Done() const { return done_; }
-    // The window is going away. Work is saved; when that fails the player is asked first, unless
-    // this comes a second time.
+    // The window is going away. Everything is saved; when that fails the player is asked first,
+    // unless this comes a second time.
     void Quit();
     // Keeps the caret from blinking, so that every picture shows it.
     void HoldCaret() { hold_caret_ = true; }
@@ -88,7 +96,8 @@ public:
     // Goes to a place: a switch, or an overlay. Nothing happens when the place does not exist.
     void Open(Place place, std::string_view about = {});
     bool Offers(Place place) const;
-    // Takes effect before the next frame. The overlays go too.
+    // Takes effect before the next frame. The overlays go too. Work is saved first; when that fails
+    // the player is asked.
     void SwitchTo(std::unique_ptr<Screen> screen);
     void Push(std::unique_ptr<Screen> overlay);
     // Takes the topmost overlay away. It may be the caller: it lives until the next frame.
@@ -98,15 +107,22 @@ public:
 
     // Shows for 3.2 seconds and replaces the message before it.
     void SetStatus(std::string message, Alert alert = Alert::No);
+    // Shows that something could not be saved, and says so on the error stream too.
+    void Alarm(std::string sentence);
     void Ask(Question question);
     // One button, "OK"; the action runs however the notice is closed.
     void Notice(std::string title, std::string message, std::function<void()> action = {});
     void RequestRedraw() { redraw_ = true; }
 
     const kp::Content& Content() const { return parts_.content; }
+    // What is in force: the player's choices, and over them what the command line asked for.
+    const Kest::Settings& Settings() const { return settings_; }
+    // A choice of the player: takes effect and is kept.
+    void ChangeSettings(const SettingsChange& change);
+
     Kest::Progress& Progress() { return progress_; }
     const Kest::Progress& Progress() const { return progress_; }
-    Kest::Unlocking Unlocking() const { return {parts_.content, progress_}; }
+    Kest::Unlocking Unlocking() const { return {parts_.content, progress_, settings_.open_all}; }
     bool IsPersistent() const { return parts_.persistent; }
     // Progress begins empty: neither the player's own nor a number of closed tickets is shown.
     bool IsFreshProfile() const { return !parts_.persistent && parts_.closed_override < 0; }
@@ -115,11 +131,18 @@ public:
     std::uint64_t CalendarSeconds() { return parts_.clock.CalendarSeconds(); }
     const zo::ui::Grid& Grid() const { return frame_.grid; }
 
-    // Writes progress.json where that is allowed. A failure is shown, and kept until a save works.
+    // To be called after every change of the progress. Awards and announces the achievements that
+    // it has earned, and writes progress.json, both where that is allowed. A failure is shown, and
+    // kept until a save works.
     void SaveProgress();
+    // Records a verify that has passed with this firmware, and saves the progress.
+    ClosedTicket CloseTicket(const Close& close, std::string_view firmware);
+    // Takes back what the player has achieved; never in automation.
+    void ResetProgress();
     // What the last save of the progress said when it failed; else empty.
     const std::string& SaveFailure() const { return save_failure_; }
     std::optional<std::string> LoadFirmware(std::string_view ticket_id, int slot);
+    // The failure is a sentence to show.
     base::Status SaveFirmware(std::string_view ticket_id, int slot, std::string_view text);
 
     std::string ClipboardText();
@@ -133,7 +156,12 @@ private:
         double until = 0;  // on the frame clock
     };
 
+    bool KeepsProgress() const { return parts_.persistent && parts_.closed_override < 0; }
     void TreatAsClosed(int count);
+    std::vector<const Achievement*> Earn(const Close* close);
+    void WriteProgress();
+    void CountPlayTime();
+    void ApplySettings();
     void CommitSwitch();
     std::optional<double> NextFrameAt() const;
     void HandleKey(const zo::ui::KeyPress& key);
@@ -146,15 +174,20 @@ private:
     void DescribeFrame();
     void DrawBars(zo::ui::Canvas& canvas);
     void BlinkCaret();
-    base::Status SaveWork();
+    std::string SaveWork();
+    std::string SaveEverything();
 
     ShellParts parts_;
+    Kest::Settings settings_;       // in force
+    Kest::Settings kept_settings_;  // as the file has them
     Kest::Progress progress_;
+    double played_until_ = 0;  // the play time up to here is in the progress
     std::string save_failure_;
     std::string clipboard_;  // where there is no window
 
     std::unique_ptr<Screen> current_;
     std::unique_ptr<Screen> pending_;
+    std::unique_ptr<Screen> waiting_;  // for the player's word on work that could not be saved
     std::vector<std::unique_ptr<Screen>> overlays_;  // bottom first
     std::vector<std::unique_ptr<Screen>> closed_;    // until the next frame
     bool done_ = false;
@@ -168,7 +201,6 @@ private:
     bool drop_text_ = false;        // the last key was used, so its text is not for anyone
 
     zo::ui::GridRequest request_;
-    Appearance appearance_;
     zo::ui::Frame frame_;
     double now_ = 0;
     double caret_since_ = 0;  // when the caret's blinking was started anew
