@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/format.h"
 #include "card/byte_text.h"
 #include "windows.h"
 
@@ -100,7 +99,7 @@ void AckerPeer::HearCommand(Tick tick, std::uint8_t command, PeerLink& link) {
 }
 
 void AckerPeer::HearFrame(Tick tick, PeerLink& link) {
-    const std::string frame = base::Format("frame %d", ++received_);
+    ++received_;
     AckerFate fate = plan_.Next();
     const bool acknowledges = fate == AckerFate::Ack || fate == AckerFate::AckLate;
     if (acknowledges && !decoder_.Intact()) fate = AckerFate::Nak;
@@ -113,46 +112,54 @@ void AckerPeer::HearFrame(Tick tick, PeerLink& link) {
         case AckerFate::AckLate:
             ++acknowledged_;
             link.Note(Answer(tick + delay_ + kLateness, ack_, link),
-                      "The ACK for " + frame + " is late");
+                      "The ACK for " + Frame() + " is late");
             return;
         case AckerFate::Nak:
-            return Refuse(tick, frame, link);
+            return Refuse(tick, link);
         case AckerFate::Busy:
-            return PutOff(tick, frame, link);
+            return PutOff(tick, link);
         case AckerFate::LostAck:
-            link.Note(tick + delay_, "The ACK for " + frame + " was lost on the line");
-            return ExpectAgain(tick, frame, link);
+            link.Note(tick + delay_, "The ACK for " + Frame() + " was lost on the line");
+            return ExpectAgain(tick, link);
         case AckerFate::Ignore:
-            return ExpectAgain(tick, frame, link);
+            return ExpectAgain(tick, link);
     }
 }
 
-void AckerPeer::Refuse(Tick tick, const std::string& frame, PeerLink& link) {
+void AckerPeer::Refuse(Tick tick, PeerLink& link) {
     const Tick answered = Answer(tick + delay_, nak_, link);
-    link.Note(answered, "Line noise damaged " + frame + " on the way in");
+    link.Note(answered, "Line noise damaged " + Frame() + " on the way in");
     if (nak_retry_within_ == 0) return;
     link.Expect(WindowKind::Deadline, answered + nak_retry_within_,
-                "the retransmission after the NAK of " + frame, answered);
+                "the retransmission after the NAK of " + Frame(), answered);
 }
 
-void AckerPeer::PutOff(Tick tick, const std::string& frame, PeerLink& link) {
+void AckerPeer::PutOff(Tick tick, PeerLink& link) {
     const Tick answered = Answer(tick + delay_, busy_, link);
-    link.Note(answered, "BUSY " + frame);
+    link.Note(answered, "BUSY " + Frame());
     if (backoff_.empty()) return;
     const Tick pause = backoff_[std::min(busy_in_a_row_++, backoff_.size() - 1)];
     ExpectBetween(link, answered + pause, answered + pause + backoff_slack_,
-                  "the retry after BUSY to " + frame, answered);
+                  "the retry after BUSY to " + Frame(), answered);
 }
 
-void AckerPeer::ExpectAgain(Tick tick, const std::string& frame, PeerLink& link) const {
+void AckerPeer::ExpectAgain(Tick tick, PeerLink& link) const {
     if (!retry_after_.Set()) return;
     ExpectBetween(link, tick + retry_after_.first, tick + retry_after_.last,
-                  "the retransmission of " + frame, tick);
+                  "the retransmission of " + Frame(), tick);
 }
 
-Tick AckerPeer::Answer(Tick tick, Bytes bytes, PeerLink& link) const {
-    if (answers_with_flags_ && decoder_.Flags()) bytes.push_back(*decoder_.Flags());
-    return link.Send(tick, bytes, 1);
+Tick AckerPeer::Answer(Tick tick, const Bytes& bytes, PeerLink& link) const {
+    const std::optional<std::uint8_t> flags = decoder_.Flags();
+    if (!answers_with_flags_ || !flags) return link.Send(tick, bytes, 1);
+    Bytes answer = bytes;
+    answer.push_back(*flags);
+    return link.Send(tick, answer, 1);
+}
+
+// As notes and windows name the frame heard last.
+std::string AckerPeer::Frame() const {
+    return "frame " + std::to_string(received_);
 }
 
 }  // namespace kp

@@ -40,10 +40,11 @@ private:
     const Bytes* AnswerTo(std::uint8_t command) const;
     void HearCommand(Tick tick, std::uint8_t command, PeerLink& link);
     void HearFrame(Tick tick, PeerLink& link);
-    void Refuse(Tick tick, const std::string& frame, PeerLink& link);
-    void PutOff(Tick tick, const std::string& frame, PeerLink& link);
-    void ExpectAgain(Tick tick, const std::string& frame, PeerLink& link) const;
-    Tick Answer(Tick tick, Bytes bytes, PeerLink& link) const;
+    void Refuse(Tick tick, PeerLink& link);
+    void PutOff(Tick tick, PeerLink& link);
+    void ExpectAgain(Tick tick, PeerLink& link) const;
+    Tick Answer(Tick tick, const Bytes& bytes, PeerLink& link) const;
+    std::string Frame() const;
 
     Bytes ack_, nak_, busy_;
     Tick delay_;  // from a frame's last byte, or from a command, to the answer; at least 1

@@ -46,8 +46,7 @@ void FrameDecoder::Examine() {
     const std::span<const std::uint8_t> check = frame.last(check_);
     std::span<const std::uint8_t> covered = frame.first(frame.size() - check_);
     if (format_.scope == CheckScope::Payload) covered = covered.subspan(header_);
-    const Bytes wanted = CheckBytes(format_.check, covered);
-    intact_ = std::equal(check.begin(), check.end(), wanted.begin(), wanted.end());
+    intact_ = CheckFits(format_.check, covered, check);
     flags_.reset();
     if (format_.flags) flags_ = frame[header_ - 1];
 }

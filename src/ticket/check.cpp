@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 
 #include "card/crc16.h"
@@ -51,12 +52,41 @@ std::uint16_t Crc16Modbus(Span bytes) {
     return static_cast<std::uint16_t>(crc);
 }
 
-Bytes HighFirst(std::uint16_t word) {
-    return {static_cast<std::uint8_t>(word >> 8), static_cast<std::uint8_t>(word)};
+// A check's one or two bytes, in the order in which they are sent.
+struct CheckValue {
+    std::array<std::uint8_t, 2> bytes;
+    std::size_t width;
+    Span View() const { return Span(bytes).first(width); }
+};
+
+CheckValue OneByte(std::uint8_t byte) {
+    return {{byte}, 1};
 }
 
-Bytes LowFirst(std::uint16_t word) {
-    return {static_cast<std::uint8_t>(word), static_cast<std::uint8_t>(word >> 8)};
+CheckValue HighFirst(std::uint16_t word) {
+    return {{static_cast<std::uint8_t>(word >> 8), static_cast<std::uint8_t>(word)}, 2};
+}
+
+CheckValue LowFirst(std::uint16_t word) {
+    return {{static_cast<std::uint8_t>(word), static_cast<std::uint8_t>(word >> 8)}, 2};
+}
+
+CheckValue Compute(Check check, Span bytes) {
+    switch (check) {
+        case Check::None:
+            break;
+        case Check::Sum8:
+            return OneByte(Sum8(bytes));
+        case Check::Xor8:
+            return OneByte(Xor8(bytes));
+        case Check::Crc8:
+            return OneByte(Crc8(bytes));
+        case Check::Crc16:
+            return HighFirst(Crc16(bytes));
+        case Check::Crc16Modbus:
+            return LowFirst(Crc16Modbus(bytes));
+    }
+    return {{}, 0};
 }
 
 }  // namespace
@@ -67,21 +97,13 @@ int CheckWidth(Check check) {
 }
 
 Bytes CheckBytes(Check check, Span bytes) {
-    switch (check) {
-        case Check::None:
-            return {};
-        case Check::Sum8:
-            return {Sum8(bytes)};
-        case Check::Xor8:
-            return {Xor8(bytes)};
-        case Check::Crc8:
-            return {Crc8(bytes)};
-        case Check::Crc16:
-            return HighFirst(Crc16(bytes));
-        case Check::Crc16Modbus:
-            return LowFirst(Crc16Modbus(bytes));
-    }
-    return {};
+    const CheckValue value = Compute(check, bytes);
+    return {value.View().begin(), value.View().end()};
+}
+
+bool CheckFits(Check check, Span bytes, Span found) {
+    const CheckValue value = Compute(check, bytes);
+    return std::ranges::equal(value.View(), found);
 }
 
 }  // namespace kp

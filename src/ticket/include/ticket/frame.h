@@ -30,6 +30,9 @@ base::Result<FrameFormat> ReadFrameFormat(json::Fields frame);
 // The check's bytes as they stand behind the payload: none, one or two.
 int CheckWidth(Check check);
 Bytes CheckBytes(Check check, std::span<const std::uint8_t> bytes);
+// Whether `found` is the check of the bytes.
+bool CheckFits(Check check, std::span<const std::uint8_t> bytes,
+               std::span<const std::uint8_t> found);
 
 Bytes BuildFrame(const FrameFormat& format, std::span<const std::uint8_t> payload,
                  std::uint8_t flags);
