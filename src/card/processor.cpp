@@ -83,11 +83,6 @@ Tick Processor::NextAct() const {
     return next;
 }
 
-void Processor::RunInstruction(Tick t, CardPorts& ports) {
-    words_[kClk] = static_cast<std::uint16_t>(t);
-    Execute(steps_[pc_], t, ports);
-}
-
 void Processor::RunInward(Tick& now, Tick until, CardPorts& ports) {
     while (now < until && steps_[pc_].inward) {
         words_[kClk] = static_cast<std::uint16_t>(now);

@@ -119,6 +119,8 @@ bool Session::HearOnTheRun() {
     const bool owes = expected_ == nullptr || !Complete();
     if (card_.State() != CardState::Running || !owes) return false;
     HearCard();
+    act_at_ = peer_->NextAct();
+    if (act_at_ > tick_) return true;
     peer_->Act(tick_, *this);
     act_at_ = std::max(peer_->NextAct(), tick_ + 1);
     return true;

@@ -72,7 +72,9 @@ public:
     // Runs the processor for tick t: one instruction, or one tick of waiting.
     void Run(Tick t, CardPorts& ports) {
         executed_ = false;
-        if (state_ < CardState::Halted && t >= wait_until_) RunInstruction(t, ports);
+        if (state_ >= CardState::Halted || t < wait_until_) return;
+        words_[kClk] = static_cast<std::uint16_t>(t);
+        Execute(steps_[pc_], t, ports);
     }
     // Runs from tick `now` as Run would, tick after tick, as long as the next instruction touches
     // nothing outside the processor, and moves `now` to the first tick that it did not run: `until`
@@ -117,7 +119,6 @@ public:
 
 private:
     bool TimerRunsOut();
-    void RunInstruction(Tick t, CardPorts& ports);
     void Advance(CardPorts& ports);
     void JumpTo(std::uint16_t index);
     void FailWith(FaultKind kind, std::uint16_t value, CardPorts& ports);
