@@ -40,9 +40,10 @@ start_server() {
     export DISPLAY=:$(cat "$work/display")
 }
 
-# start_game [arguments...]: and gives its window the keyboard.
+# start_game [arguments...]: and gives its window the keyboard. What it says goes through a pipe, so
+# that a limit on its files does not silence it.
 start_game() {
-    "$game" "$@" 2>"$work/errors" &
+    "$game" "$@" 2> >(cat >"$work/errors") &
     game_pid=$!
     wait_for 20 "the window" xdotool search --onlyvisible --name '^Vantor Kest$'
     window=$(xdotool search --onlyvisible --name '^Vantor Kest$' | head -n 1)

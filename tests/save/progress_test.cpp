@@ -168,13 +168,6 @@ TEST_CASE("the backup stands in for a file that cannot be read") {
     }
 }
 
-TEST_CASE("progress that cannot be saved says why") {
-    fake::Disk disk;
-    disk.full = "Read-only file system";
-    CHECK(Kest::SaveProgress(disk, kFolder, {}).Message() ==
-          "cannot write data/progress.json (Read-only file system)");
-}
-
 TEST_CASE("a saved progress keeps the one before as its backup") {
     fake::Disk disk;
     REQUIRE(Kest::SaveProgress(disk, kFolder, Sample()));

@@ -1,17 +1,12 @@
 #pragma once
 
-#include <cstdlib>
 #include <string>
 
 #include "card/instructions.h"
+#include "support/rounds.h"
 #include "ticket/generator.h"
 
 namespace support {
-
-// How often a random test runs: `plain` times, or a hundred times that in the long form.
-inline int Rounds(int plain) {
-    return std::getenv("KEST_LONG") != nullptr ? plain * 100 : plain;
-}
 
 // Firmware of random instructions that assembles on a card with everything fitted and 8 RAM cells.
 // It mostly loops, waits and talks, as a player's does.
