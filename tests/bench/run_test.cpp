@@ -1,7 +1,9 @@
-#include <doctest/doctest.h>
+#include <functional>
+#include <map>
 
 #include "bench/bench_run.h"
-#include "small_campaign.h"
+#include "game.h"
+#include "support/cases.h"
 
 using namespace Kest;
 
@@ -11,107 +13,60 @@ struct Echo {
     kp::Content content = support::SmallCampaign();
     BenchRun run{*content.FindTicket("1-01-echo")};
 
-    explicit Echo(std::string_view firmware = support::kEchoReference) {
-        run.SetFirmware(firmware);
-    }
+    explicit Echo(std::string_view firmware = "rx a\ntx a\n") { run.SetFirmware(firmware); }
 };
 
-std::string MarksOf(const BenchRun& run) {
-    std::string marks;
+std::string Standing(const BenchRun& run) {
+    constexpr const char* kStates[] = {"not running", "running", "paused", "passed", "failed"};
+    std::string text = std::string(kStates[static_cast<std::size_t>(run.State())]) + " ";
     for (std::size_t i = 0; i < run.TestCount(); ++i) {
-        marks += run.Mark(i) == TestMark::Passed   ? '+'
-                 : run.Mark(i) == TestMark::Failed ? '!'
-                                                   : '.';
+        text += ".+!"[static_cast<std::size_t>(run.Mark(i))];
     }
-    return marks;
+    return text;
 }
+
+const std::map<std::string, void (*)(BenchRun&)> kCommands = {
+    {"run", [](BenchRun& run) { run.Run(); }},
+    {"step", [](BenchRun& run) { run.Step(); }},
+    {"end", [](BenchRun& run) { run.RunToEnd(); }},
+    {"verify", [](BenchRun& run) { run.Verify(); }},
+    {"pause", [](BenchRun& run) { run.Pause(); }},
+    {"reset", [](BenchRun& run) { run.Reset(); }},
+    {"next", [](BenchRun& run) { run.SelectTest(run.TestIndex() + 1); }},
+    {"advance", [](BenchRun& run) { run.Advance(0.1); }},
+};
+
+// What a command has led to.
+const std::map<std::string, std::function<std::string(const BenchRun&)>> kViews = {
+    {"says",
+     [](const BenchRun& run) { return (run.StandingIsAlert() ? "! " : "") + run.Standing(); }},
+    {"now", Standing},
+    {"tick",
+     [](const BenchRun& run) { return run.Session() ? std::to_string(run.ShownTick()) : "none"; }},
+    {"verdict", &BenchRun::VerdictText},
+    {"explained", &BenchRun::Explanation},
+    {"cards", [](const BenchRun& run) { return std::to_string(run.Trace().card.size()); }},
+    {"events", [](const BenchRun& run) { return std::to_string(run.Trace().events.size()); }},
+};
 
 }  // namespace
 
 TEST_CASE("every command says in one sentence what came of it") {
-    using Act = void (*)(BenchRun&);
-    const Act run_one = [](BenchRun& run) { run.Run(); };
-    const Act run_to_end = [](BenchRun& run) { run.RunToEnd(); };
-    const Act verify = [](BenchRun& run) { run.Verify(); };
-    const struct {
-        std::string_view firmware;
-        Act act;
-        std::string_view says;
-        bool alert;
-        RunState state;
-        std::string_view marks;
-    } cases[] = {
-        {"", [](BenchRun&) {}, "Assembled: 0 errors, 0 lines.", false, RunState::NotRunning, ".."},
-        {"tx 1", [](BenchRun&) {}, "Assembled: 0 errors, 1 line.", false, RunState::NotRunning,
-         ".."},
-        {"tx\nshr a 8\n", [](BenchRun&) {}, "Assembled: 2 errors, 2 lines.", false,
-         RunState::NotRunning, ".."},
-        {"tx 1", [](BenchRun& run) { run.SelectTest(1); }, "Test 2 of 2: A zero.", false,
-         RunState::NotRunning, ".."},
-        {"", run_one, "No instructions to run.", true, RunState::NotRunning, ".."},
-        {"; only words", verify, "No instructions to run.", true, RunState::NotRunning, ".."},
-        {"tx 1\nshr a", run_one, "Line 2: shr takes 2 operands.", true, RunState::NotRunning, ".."},
-        {"tx 1\nshr a", verify, "Line 2: shr takes 2 operands.", true, RunState::NotRunning, ".."},
-        {"rx a\ntx a", run_one, "Running Test 1 of 2: Letters.", false, RunState::Running, ".."},
-        {"rx a\ntx a",
-         [](BenchRun& run) {
-             run.Run();
-             run.Advance(0.1);
-             run.Pause();
-         },
-         "Paused at tick 3.", false, RunState::Paused, ".."},
-        {"rx a\ntx a", [](BenchRun& run) { run.Step(); }, "Tick 4. Next line 2.", false,
-         RunState::Paused, ".."},
-        {"rx a\ntx a", run_to_end, "Test 1 of 2: PASS. Last output at tick 8.", false,
-         RunState::Passed, "+."},
-        {"rx a\ntx 1", run_to_end,
-         "Test 1 of 2: FAIL. Tick 4: transmitted $01 as byte 1; the specification calls for $48 "
-         "('H').",
-         true, RunState::Failed, "!."},
-        {"rx a\ntx a",
-         [](BenchRun& run) {
-             run.RunToEnd();
-             run.Reset();
-         },
-         "Reset to tick 0.", false, RunState::NotRunning, "+."},
-        {"rx a\ntx a", verify, "Verify: 2 of 2 passed.", false, RunState::NotRunning, "++"},
-        {"rx a\nhalt", verify,
-         "Verify: 0 of 2 passed. Test 1 of 2: The test ended after 0 of 2 expected transmitted "
-         "bytes. Next expected: $48 ('H') as byte 1. The card halted at line 2.",
-         false, RunState::NotRunning, "!!"},
-        {"rx a\ntx 0", verify,
-         "Verify: 1 of 2 passed. Test 1 of 2: Tick 4: transmitted $00 as byte 1; the "
-         "specification calls for $48 ('H').",
-         false, RunState::NotRunning, "!+"},
-    };
-    for (const auto& c : cases) {
-        CAPTURE(c.firmware);
-        Echo echo(c.firmware);
-        c.act(echo.run);
-        CHECK(echo.run.Standing() == c.says);
-        CHECK(echo.run.StandingIsAlert() == c.alert);
-        CHECK(echo.run.State() == c.state);
-        CHECK(MarksOf(echo.run) == c.marks);
+    for (const support::Case& steps : support::Cases("bench/runs.txt")) {
+        std::optional<Echo> echo;
+        for (const support::Step& step : steps) {
+            INFO(step.where);
+            if (step.key == "firmware") {
+                echo.emplace(step.Lines());
+            } else if (step.key == "edit") {
+                echo->run.SetFirmware(step.Lines());
+            } else if (step.key == "do") {
+                kCommands.at(step.value)(echo->run);
+            } else {
+                CHECK(kViews.at(step.key)(echo->run) == step.value);
+            }
+        }
     }
-}
-
-TEST_CASE("a test that reaches its tick limit is explained") {
-    Echo echo("loop: jmp loop");
-    echo.run.RunToEnd();
-    CHECK(echo.run.VerdictText() ==
-          "Test 1 of 2: FAIL. The test reached its limit of 200 ticks before it finished. The "
-          "card was running at line 1.");
-    CHECK(echo.run.Explanation() ==
-          "Your program ran 200 ticks without producing output. Line 1 repeats and never reaches "
-          "a halt.");
-    echo.run.Verify();
-    CHECK(echo.run.VerdictText() ==
-          "Test 1 of 2: The test reached its limit of 200 ticks before it finished. The card was "
-          "running at line 1.");
-    CHECK_FALSE(echo.run.Explanation().empty());
-    echo.run.Run();
-    CHECK(echo.run.VerdictText().empty());
-    CHECK(echo.run.Explanation().empty());
 }
 
 TEST_CASE("a running test takes its ticks from the time that passes, at the speed set") {
@@ -127,27 +82,6 @@ TEST_CASE("a running test takes its ticks from the time that passes, at the spee
         for (int frame = 0; frame < 6; ++frame) echo.run.Advance(0.01);
         CHECK(echo.run.ShownTick() == 1 + static_cast<kp::Tick>(per_second[speed] * 0.06));
     }
-}
-
-TEST_CASE("a paused test goes on, a finished one starts again, an edit ends it") {
-    Echo echo;
-    BenchRun& run = echo.run;
-    run.Step();
-    run.Run();
-    run.Advance(0);
-    CHECK(run.ShownTick() == 5);
-    run.Pause();
-    run.RunToEnd();
-    REQUIRE(run.State() == RunState::Passed);
-    run.Step();
-    CHECK(run.Standing() == "Tick 4. Next line 2.");
-    CHECK(run.Trace().card.size() == 4);
-    run.SetFirmware("tx 1");
-    CHECK(run.State() == RunState::NotRunning);
-    CHECK(run.Session() == nullptr);
-    CHECK(run.Trace().card.empty());
-    CHECK(run.Trace().events.empty());
-    CHECK(MarksOf(run) == "..");
 }
 
 TEST_CASE("the run keeps what the card did on each tick beside what the reference did") {

@@ -1,19 +1,51 @@
-#include <doctest/doctest.h>
+// The trace of a run, drawn as cells. A case of traces.txt writes the run down,
+//
+//     card 61 running              so many more ticks in a state
+//     sent 22 C1                   a byte as called for; `spec` and `transmitted` are its halves
+//     delivered 112 06             and other happenings, with what they carry
+//     deadline 63 87 done          a window, which is settled
+//     earliest 0 6
+//     note 4 noise
+//     failed 105
+//
+// and says how it looks:
+//
+//     view 50 0 71                 the first tick, the closeness and the width
+//     draw SPEC TX, CARD           the lanes under the row of ticks
+//     cell 3 TX: lane.tx           the role of a lane's column, and its style unless it is plain
+
+#include "bench/trace_cells.h"
 
 #include <algorithm>
-#include <string>
-#include <vector>
 
 #include "base/utf.h"
-#include "bench/trace_cells.h"
+#include "support/cases.h"
 
 using namespace Kest;
 using kp::Happening;
-using zo::ui::Role;
 
 namespace {
 
-constexpr int kWidth = 71;
+constexpr std::pair<std::string_view, Happening> kHappenings[] = {
+    {"transmitted", Happening::Transmitted},
+    {"received", Happening::Received},
+    {"lost", Happening::LostByte},
+    {"read-host", Happening::ReadHost},
+    {"delivered", Happening::Delivered},
+    {"timer-started", Happening::TimerStarted},
+    {"timer-stopped", Happening::TimerStopped},
+    {"timer-ran-out", Happening::TimerRanOut},
+    {"timeout", Happening::TookTarget},
+};
+
+constexpr Lane kLanes[] = {Lane::SpecTx,  Lane::Tx,      Lane::Rx,    Lane::HostIn,
+                           Lane::HostOut, Lane::SpecOut, Lane::Timer, Lane::Card};
+
+Lane LaneNamed(std::string_view name) {
+    const auto* lane = std::ranges::find(kLanes, name, [](Lane one) { return Info(one).name; });
+    REQUIRE(lane != std::end(kLanes));
+    return *lane;
+}
 
 // A run to draw: what it keeps is what TraceData only views.
 struct Recording {
@@ -24,232 +56,108 @@ struct Recording {
     std::vector<SpecByte> spec;
     std::vector<SpecByte> spec_out;
     std::optional<kp::Tick> failed;
+    TraceView view = {};
+    int width = 71;
 
-    TraceData Data() const { return {events, windows, notes, card, spec, spec_out, failed}; }
+    TraceCells Drawn(std::span<const Lane> lanes) const {
+        TraceCells cells;
+        cells.Draw({events, windows, notes, card, spec, spec_out, failed}, lanes, view, width);
+        return cells;
+    }
 
-    void Happen(kp::Tick tick, Happening kind, int value) {
-        std::uint16_t index = 0;
-        for (const kp::TraceEvent& event : events) index += event.kind == kind ? 1 : 0;
-        events.push_back({tick, static_cast<std::uint16_t>(value), index, 0, kind});
+    std::string Picture(std::string_view names) const {
+        std::vector<Lane> lanes;
+        while (!names.empty()) lanes.push_back(LaneNamed(support::Cut(names, ", ")));
+        const TraceCells cells = Drawn(lanes);
+        std::string text;
+        for (int row = 0; row < cells.Rows(); ++row) {
+            std::string line;
+            for (const TraceCell& cell : cells.Row(row)) base::AppendUtf8(line, cell.glyph);
+            line.erase(line.find_last_not_of(' ') + 1);
+            text += line + "\n";
+        }
+        return text;
+    }
+
+    std::string CellOf(Lane lane, std::size_t column) const {
+        const TraceCell cell = Drawn(std::span(&lane, 1)).Row(1)[column];
+        const bool plain = cell.style == zo::ui::Style::Plain;
+        return std::string(zo::ui::RoleName(cell.role)) + (plain ? "" : " underlined");
+    }
+
+    bool Happen(std::string_view name, kp::Tick tick, int value) {
+        const auto* found =
+            std::ranges::find(kHappenings, name, &std::pair<std::string_view, Happening>::first);
+        if (found == std::end(kHappenings)) return false;
+        const auto index = std::ranges::count(events, found->second, &kp::TraceEvent::kind);
+        events.push_back({tick, static_cast<std::uint16_t>(value),
+                          static_cast<std::uint16_t>(index), 0, found->second});
         std::ranges::stable_sort(events, {}, &kp::TraceEvent::tick);
+        return true;
     }
-    // Sent as called for.
-    void Send(kp::Tick tick, int byte) {
-        spec.push_back({tick, static_cast<std::uint8_t>(byte)});
-        Happen(tick, Happening::Transmitted, byte);
-    }
-    void RunFor(kp::Tick ticks, kp::CardState state = kp::CardState::Running) {
-        card.resize(card.size() + ticks, CardTick{state, 1});
+
+    void RunFor(kp::Tick ticks, std::string_view state) {
+        CardTick tick = {kp::CardState::Running, 1};
+        while (kp::StateName(tick.state) != state) {
+            REQUIRE(tick.state != kp::CardState::Faulted);
+            tick.state = static_cast<kp::CardState>(static_cast<int>(tick.state) + 1);
+        }
+        card.resize(card.size() + ticks, tick);
     }
 };
 
-constexpr Lane kLanes[] = {Lane::SpecTx, Lane::Tx, Lane::Rx, Lane::HostOut, Lane::Card};
-
-// A frame that the far end refuses and the card sends again.
-Recording Refused() {
-    Recording run;
-    const std::pair<kp::Tick, int> first[] = {{22, 0xC1}, {27, 0x67}, {32, 0x03}, {38, 0x4C},
-                                              {45, 0x4F}, {52, 0x47}, {59, 0x5D}, {60, 0x49}};
-    for (const auto& [tick, byte] : first) run.Send(tick, byte);
-    for (const auto& [tick, byte] : first) run.Send(tick + 47, byte);
-    run.Happen(63, Happening::Received, 0x15);
-    run.Happen(110, Happening::Received, 0x06);
-    run.Happen(112, Happening::Delivered, 0x06);
-    run.spec_out = {{112, 0x06}};
-    run.windows.push_back({kp::WindowKind::Deadline, 63, 87, true, ""});
-    run.RunFor(61);
-    run.RunFor(2, kp::CardState::WaitingByte);
-    run.RunFor(45);
-    run.RunFor(2, kp::CardState::WaitingByte);
-    run.RunFor(10);
-    return run;
-}
-
-std::string Picture(const TraceData& data, std::span<const Lane> lanes, const TraceView& view,
-                    int width = kWidth) {
-    TraceCells cells;
-    cells.Draw(data, lanes, view, width);
-    std::string text;
-    for (int row = 0; row < cells.Rows(); ++row) {
-        std::string line;
-        for (const TraceCell& cell : cells.Row(row)) base::AppendUtf8(line, cell.glyph);
-        line.erase(line.find_last_not_of(' ') + 1);
-        text += line + "\n";
+void Play(Recording& run, const support::Step& step) {
+    std::string_view rest = step.value;
+    const auto number = [&](int base = 10) {
+        const std::string word(support::Cut(rest, " "));
+        return word.empty() ? 0 : std::stoi(word, nullptr, base);
+    };
+    const auto tick = [&] { return static_cast<kp::Tick>(number()); };
+    const auto byte = [&] { return static_cast<std::uint8_t>(number(16)); };
+    if (step.key == "draw") {
+        CHECK(run.Picture(step.value) == step.text);
+    } else if (step.key == "cell") {
+        const int column = number();
+        const Lane lane = LaneNamed(support::Cut(rest, ": "));
+        CHECK(run.CellOf(lane, static_cast<std::size_t>(column)) == rest);
+    } else if (step.key == "view") {
+        run.view = {tick(), number()};
+        run.width = number();
+    } else if (step.key == "card") {
+        const kp::Tick ticks = tick();
+        run.RunFor(ticks, rest);
+    } else if (step.key == "spec") {
+        run.spec.push_back({tick(), byte()});
+    } else if (step.key == "spec-out") {
+        run.spec_out.push_back({tick(), byte()});
+    } else if (step.key == "sent") {
+        run.spec.push_back({tick(), byte()});
+        run.Happen("transmitted", run.spec.back().tick, run.spec.back().byte);
+    } else if (step.key == "earliest" || step.key == "deadline") {
+        const bool earliest = step.key == "earliest";
+        const auto kind = earliest ? kp::WindowKind::Earliest : kp::WindowKind::Deadline;
+        const kp::Tick from = tick();
+        const kp::Tick until = tick();
+        run.windows.push_back({kind, from, until, rest == "done", ""});
+    } else if (step.key == "note") {
+        const kp::Tick at = tick();
+        run.notes.push_back({at, std::string(rest), 0});
+    } else if (step.key == "failed") {
+        run.failed = tick();
+    } else {
+        const kp::Tick at = tick();
+        if (!run.Happen(step.key, at, number(16))) FAIL("unknown key ", step.key);
     }
-    return text;
-}
-
-Role RoleAt(const Recording& run, Lane lane, int column, const TraceView& view = {}) {
-    TraceCells cells;
-    cells.Draw(run.Data(), std::span(&lane, 1), view, kWidth);
-    return cells.Row(1)[static_cast<std::size_t>(column)].role;
 }
 
 }  // namespace
 
-TEST_CASE("the trace draws one run at every closeness") {
-    const Recording run = Refused();
-    const struct {
-        TraceView view;
-        std::string_view picture;
-    } cases[] = {
-        {{50, 0},
-         "50      52      54      56      58      60      62      64      66\n"
-         "        $47'G'                      $5D $49'I'      [\n"
-         "        $47'G'                      $5D $49'I'\n"
-         "                                                    $15\n"
-         "\n"
-         "████████████████████████████████████████████▄▄▄▄▄▄▄▄███████████████████\n"},
-        {{50, 1},
-         "50             55             60             65             70\n"
-         "      $47'G'               5D $49'I'   [                 $C1\n"
-         "      $47'G'               5D $49'I'                     $C1\n"
-         "                                       $15\n"
-         "\n"
-         "█████████████████████████████████▄▄▄▄▄▄████████████████████████████████\n"},
-        {{50, 2},
-         "50        55        60        65        70        75        80\n"
-         "    $47'G'        5D$49   [           $C1       $67'g'    $03         •\n"
-         "    $47'G'        5D$49'I'            $C1       $67'g'    $03         •\n"
-         "                          $15\n"
-         "\n"
-         "██████████████████████▄▄▄▄█████████████████████████████████████████████\n"},
-        {{50, 3},
-         "50        60        70        80        90        100       110\n"
-         "  $47'G' •49 [     $C1  $67  $03   4C]    $4F'O' $47'G' •$49'I'\n"
-         "  $47'G' •$49'I'   $C1  $67  $03   $4C'L' $4F'O' $47'G' •$49'I'\n"
-         "             $15                                            $06\n"
-         "                                                              $06\n"
-         "███████████▄▄█████████████████████████████████████████████▄▄██████████\n"},
-        {{20, 4},
-         "20        40        60        80        100       120       140\n"
-         " • •  •  •  •   •  ••[  •  • •  •]  •  •   ■\n"
-         " • •  •  •  •   •  ••   •  • •  •   •  •   ■\n"
-         "                     •                       •\n"
-         "                                              •\n"
-         "████████████████████████████████████████████▄█████\n"},
-        {{0, 5},
-         "0           50           100         150          200         250\n"
-         "     •• •• • ••[ ••• ] •• ■\n"
-         "     •• •• • ••• ••• • •• ■\n"
-         "               •           •\n"
-         "                            •\n"
-         "██████████████████████████████\n"},
-        {{0, 7},
-         "0           200          400         600          800         1000\n"
-         " ■■[■]■\n"
-         " ■■■■■■\n"
-         "   •  •\n"
-         "       •\n"
-         "████████\n"},
-    };
-    for (const auto& c : cases) {
-        CAPTURE(c.view.level);
-        CHECK(Picture(run.Data(), kLanes, c.view) == c.picture);
+TEST_CASE("traces are drawn as written") {
+    for (const support::Case& steps : support::Cases("bench/traces.txt")) {
+        Recording run;
+        for (const support::Step& step : steps) {
+            INFO(step.where);
+            Play(run, step);
+        }
     }
-}
-
-TEST_CASE("the trace shows a timer that runs out, a timeout and a timer that is stopped") {
-    constexpr Lane kTimed[] = {Lane::Timer, Lane::HostIn, Lane::Card};
-    Recording run;
-    run.Happen(1, Happening::ReadHost, 'Q');
-    run.Happen(2, Happening::ReadHost, 0xFFFF);
-    run.Happen(3, Happening::TimerStarted, 4);
-    run.Happen(7, Happening::TimerRanOut, 0);
-    run.Happen(7, Happening::TookTarget, 0);
-    run.Happen(9, Happening::TimerStarted, 3);
-    run.Happen(11, Happening::TimerStopped, 0);
-    run.Happen(13, Happening::TimerStarted, 2);
-    run.Happen(15, Happening::TimerRanOut, 0);
-    run.Happen(18, Happening::TookTarget, 0);
-    run.RunFor(5);
-    run.RunFor(3, kp::CardState::WaitingHost);
-    run.RunFor(4, kp::CardState::InWait);
-    run.RunFor(7);
-    run.RunFor(1, kp::CardState::Faulted);
-    run.RunFor(1, kp::CardState::Halted);
-    CHECK(Picture(run.Data(), kTimed, {0, 2}, 44) ==
-          "0         5         10        15        20\n"
-          "      ├───────┤   ├───┘   ├───┤·····►\n"
-          "  51¶\n"
-          "██████████▄▄▄▄▄▄░░░░░░░░████████████████\n");
-    CHECK(Picture(run.Data(), kTimed, {4, 3}, 20) ==
-          "      10        20\n"
-          "───┤ ├─┘ ├─┤··►\n"
-          "\n"
-          "█▄▄▄░░░░████████\n");
-    CHECK(RoleAt(run, Lane::Card, 19, {0, 3}) == Role::FaultMark);
-    CHECK(RoleAt(run, Lane::Card, 18, {0, 3}) == Role::LaneRun);
-}
-
-TEST_CASE("the failing tick is named over its column, and its column is ruled") {
-    Recording run = Refused();
-    run.failed = 105;
-    run.spec[14].tick = 106;
-    constexpr Lane kFew[] = {Lane::SpecTx, Lane::Rx, Lane::HostOut};
-    CHECK(Picture(run.Data(), kFew, {92, 1}) ==
-          "         95             100            FAIL           110\n"
-          "$4F'O'               $47'G'            │  5D $49'I'\n"
-          "                                       │              $06\n"
-          "                                       │                    $06\n");
-    // At the right edge the word moves left, and a number that it would cover in part goes.
-    CHECK(Picture(run.Data(), std::span(kFew, 1), {92, 1}, 41) ==
-          "         95             100          FAIL\n"
-          "$4F'O'               $47'G'            │\n");
-    CHECK(Picture(run.Data(), std::span(kFew, 1), {104, 3}, 8) ==
-          " FAIL\n"
-          " │•$49\n");
-}
-
-TEST_CASE("wrong, lost, noted and crowded bytes differ in role, sign or style") {
-    Recording run;
-    run.Send(1, 0x41);
-    run.Send(2, 0x42);
-    run.spec[1].byte = 0x43;
-    run.Happen(4, Happening::Received, 0x15);
-    run.Happen(5, Happening::LostByte, 0x16);
-    run.notes = {{4, "noise", 0}, {9, "silence", 0}, {10, "not yet", 0}};
-    run.RunFor(10);
-    CHECK(RoleAt(run, Lane::Tx, 3) == Role::LaneTx);
-    CHECK(RoleAt(run, Lane::Tx, 6) == Role::Fault);
-    CHECK(RoleAt(run, Lane::Rx, 15) == Role::Fault);
-    constexpr Lane kRx[] = {Lane::Rx};
-    TraceCells cells;
-    cells.Draw(run.Data(), kRx, {}, 30);
-    CHECK(cells.Row(1)[12].style == zo::ui::Style::Underline);
-    CHECK(Picture(run.Data(), kRx, {}, 30) ==
-          "0              5\n"
-          "            15 !           ♦\n");
-    CHECK(Picture(run.Data(), kRx, {0, 5}, 30) ==
-          "0           50           100\n"
-          " !♦\n");
-
-    // Bytes of two digits that touch alternate, so that they can be told apart.
-    Recording crowd;
-    for (kp::Tick tick = 0; tick < 4; ++tick) crowd.Send(tick, 0x41);
-    const TraceView view{0, 2};
-    CHECK(RoleAt(crowd, Lane::Tx, 0, view) == Role::LaneTx);
-    CHECK(RoleAt(crowd, Lane::Tx, 2, view) == Role::LaneAlt);
-    CHECK(RoleAt(crowd, Lane::Tx, 4, view) == Role::LaneTx);
-    CHECK(RoleAt(crowd, Lane::Tx, 6, view) == Role::LaneTx);  // the last has room for more
-}
-
-TEST_CASE("a bracket moves a byte on its tick aside, or shows its presence") {
-    Recording run;
-    run.spec = {{6, 0x41}};
-    run.windows = {{kp::WindowKind::Earliest, 0, 6, false, ""}};
-    constexpr Lane kSpec[] = {Lane::SpecTx};
-    CHECK(Picture(run.Data(), kSpec, {0, 2}, 30) ==
-          "0         5         10\n"
-          "            [$41'A'\n");
-    CHECK(Picture(run.Data(), kSpec, {0, 3}, 30) ==
-          "0         10        20\n"
-          "      [\n");
-    CHECK(RoleAt(run, Lane::SpecTx, 6, {0, 3}) == Role::LaneAlt);
-    // A deadline opens at the earliest two ticks after the byte before it.
-    run.Happen(4, Happening::Transmitted, 0x41);
-    run.windows = {{kp::WindowKind::Deadline, 4, 9, false, ""}};
-    CHECK(Picture(run.Data(), kSpec, {0, 3}, 30) ==
-          "0         10        20\n"
-          "      [  ]\n");
 }

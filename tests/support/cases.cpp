@@ -1,7 +1,6 @@
 #include "cases.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -38,9 +37,18 @@ void AddCases(const std::string& name, std::vector<Case>& cases) {
 
 }  // namespace
 
+std::string Step::Lines() const {
+    std::string lines;
+    for (std::string_view rest = value; !rest.empty();) {
+        lines += Cut(rest, " / ");
+        if (!rest.empty()) lines += '\n';
+    }
+    return lines;
+}
+
 std::vector<Case> Cases(std::string_view name) {
     std::vector<Case> cases;
-    if (!fs::is_directory(fs::path(KEST_TESTS) / name)) {
+    if (!fs::is_directory(PathOf(name))) {
         AddCases(std::string(name), cases);
     } else {
         for (const std::string& file : NamesIn(name)) {
@@ -51,9 +59,13 @@ std::vector<Case> Cases(std::string_view name) {
     return cases;
 }
 
+std::filesystem::path PathOf(std::string_view name) {
+    return fs::path(KEST_TESTS) / name;
+}
+
 std::vector<std::string> NamesIn(std::string_view folder) {
     std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(fs::path(KEST_TESTS) / folder)) {
+    for (const auto& entry : fs::directory_iterator(PathOf(folder))) {
         names.push_back(entry.path().filename().string());
     }
     std::ranges::sort(names);
@@ -62,7 +74,7 @@ std::vector<std::string> NamesIn(std::string_view folder) {
 }
 
 std::string ReadText(std::string_view file) {
-    std::ifstream stream(fs::path(KEST_TESTS) / file, std::ios::binary);
+    std::ifstream stream(PathOf(file), std::ios::binary);
     REQUIRE_MESSAGE(stream, std::string(file) << " cannot be read");
     return {std::istreambuf_iterator<char>(stream), {}};
 }

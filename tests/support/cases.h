@@ -2,6 +2,7 @@
 
 #include <doctest/doctest.h>
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,7 @@ struct Step {
     std::string text;  // the lines behind bars, each with its end
 
     std::string All() const { return text.empty() ? value : value + "\n" + text; }
+    std::string Lines() const;  // the value, in which " / " ends a line
     unsigned Number() const { return static_cast<unsigned>(std::stoul(value)); }
 };
 
@@ -32,6 +34,7 @@ using Case = std::vector<Step>;
 // All cases of a file, or of the files of a folder in the order of their names. There are some.
 std::vector<Case> Cases(std::string_view name);
 
+std::filesystem::path PathOf(std::string_view name);
 std::vector<std::string> NamesIn(std::string_view folder);
 std::string ReadText(std::string_view file);
 

@@ -30,7 +30,8 @@ inline kp::Content Campaign(
 struct Game {
     static constexpr zo::ui::PixelSize kSize = {640, 400};
 
-    explicit Game(kp::Content campaign, Kest::Places places = {}, int closed = -1)
+    explicit Game(kp::Content campaign, Kest::Places places = {}, int closed = -1,
+                  bool persistent = true)
         : content(std::move(campaign)),
           window(system.screen, system.clock),
           shell({.content = content,
@@ -38,12 +39,18 @@ struct Game {
                  .disk = system.disk,
                  .window = &window,
                  .data_folder = system.DataFolder(),
+                 .persistent = persistent,
                  .closed_override = closed,
                  .places = std::move(places)}) {
         shell.OverrideSettings([](Kest::Settings& settings) { settings.modern_look = false; });
         shell.SetWindow(kSize, 1);
     }
 
+    // So many columns and rows, in a window whose cells are one pixel wide and two high.
+    void SetCells(int columns, int rows) {
+        shell.OverrideSettings([](Kest::Settings& settings) { settings.large_text = false; });
+        shell.SetWindow({columns, 2 * rows}, 1);
+    }
     // Each event meets a drawn screen, as in the frame loop.
     void Handle(const zo::ui::InputEvent& event) {
         Draw();
@@ -51,19 +58,24 @@ struct Game {
     }
     void Press(std::string_view script) {
         for (const zo::ui::InputEvent& event : Keys(script)) Handle(event);
+        shell.Advance();
     }
     void Click(zo::ui::Point at) {
         const zo::ui::Grid& grid = shell.Grid();
-        zo::ui::PointerInput pointer = {.action = zo::ui::PointerAction::Press,
-                                        .x = grid.LeftPixels() + at.x * grid.cell_width + 1,
-                                        .y = grid.RowTop(at.y) + 1,
-                                        .button = 1,
-                                        .with = {}};
+        zo::ui::PointerInput pointer = {
+            .action = zo::ui::PointerAction::Press,
+            .x = grid.LeftPixels() + at.x * grid.cell_width + grid.cell_width / 2,
+            .y = grid.RowTop(at.y) + 1,
+            .button = 1,
+            .with = {}};
         Handle(pointer);
         pointer.action = zo::ui::PointerAction::Release;
         Handle(pointer);
     }
-    void Wait(double seconds) { system.clock.seconds += seconds; }
+    void Wait(double seconds) {
+        system.clock.seconds += seconds;
+        shell.Advance();
+    }
     const zo::ui::Frame& Draw() {
         shell.Advance();
         return shell.Draw();
