@@ -1,16 +1,16 @@
 #include "base/disk.h"
 
-#include <random>
-
 #include <doctest/doctest.h>
 
 #include "support/faulty_disk.h"
+#include "support/own_folder.h"
 
 namespace {
 
-using fake::FaultyDisk;
-
 namespace fs = std::filesystem;
+
+using fake::FaultyDisk;
+using support::OwnFolder;
 
 // More than a write ever needs.
 constexpr int kOperations = 9;
@@ -22,20 +22,6 @@ FaultyDisk DiskWithOldFile() {
     disk.files["d/f.tmp"] = {"left over", true};
     return disk;
 }
-
-// A folder of the machine's own, removed when the test is over.
-struct OwnFolder {
-    fs::path path =
-        fs::temp_directory_path() / ("disk_test_" + std::to_string(std::random_device()()));
-
-    OwnFolder() { fs::create_directories(path); }
-    OwnFolder(const OwnFolder&) = delete;
-    OwnFolder& operator=(const OwnFolder&) = delete;
-    ~OwnFolder() {
-        std::error_code ignored;
-        fs::remove_all(path, ignored);
-    }
-};
 
 }  // namespace
 

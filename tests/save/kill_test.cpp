@@ -9,24 +9,12 @@
 
 #include "save/progress.h"
 #include "support/fake_disk.h"
+#include "support/own_folder.h"
 #include "support/rounds.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-struct OwnFolder {
-    fs::path path =
-        fs::temp_directory_path() / ("kill_test_" + std::to_string(std::random_device()()));
-
-    OwnFolder() { fs::create_directories(path); }
-    OwnFolder(const OwnFolder&) = delete;
-    OwnFolder& operator=(const OwnFolder&) = delete;
-    ~OwnFolder() {
-        std::error_code ignored;
-        fs::remove_all(path, ignored);
-    }
-};
 
 // A whole campaign closed, so that a file takes several blocks.
 Kest::Progress State(std::uint64_t number) {
@@ -81,7 +69,7 @@ std::uint64_t LastBegun(const fs::path& folder, std::uint64_t from, unsigned sav
 
 TEST_CASE("a process killed at any moment leaves the old progress or the new one whole") {
     constexpr useconds_t kLongestMicroseconds = 2000;  // more than a save takes
-    const OwnFolder folder;
+    const support::OwnFolder folder;
     base::SystemDisk disk;
     std::mt19937 random(1996);
     std::uint64_t state = 1;

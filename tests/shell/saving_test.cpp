@@ -21,28 +21,6 @@ kp::Content TwoTickets() {
     return content;
 }
 
-// A screen with work that can be saved or not.
-struct Desk final : Screen {
-    Desk(Shell& shell, std::string_view name) : Screen(shell), name_(name) {}
-    std::string_view Name() const override { return name_; }
-    void Draw(zo::ui::Canvas&, zo::ui::Pressables&) override {}
-    base::Status SaveWork() override {
-        return unsaved.empty() ? base::Status() : base::Status(base::Failure{unsaved});
-    }
-    std::string unsaved;
-
-private:
-    std::string_view name_;
-};
-
-Desk& Show(Game& game, std::string_view name) {
-    auto desk = std::make_unique<Desk>(game.shell, name);
-    Desk& shown = *desk;
-    game.shell.SwitchTo(std::move(desk));
-    game.shell.Advance();
-    return shown;
-}
-
 bool Holds(const std::string& text, std::string_view part) {
     return text.find(part) != std::string::npos;
 }
@@ -84,7 +62,6 @@ TEST_CASE("a close earns achievements, which are told and saved, unless every ti
     for (const auto& c : cases) {
         CAPTURE(c.open_all);
         Game game(TwoTickets());
-        Show(game, "a");
         game.shell.OverrideSettings([&](Settings& settings) { settings.open_all = c.open_all; });
         const ClosedTicket closed = game.shell.CloseTicket(
             {.ticket_id = "1-01-one", .lines = 5, .ticks = 50, .now = 77}, "halt");
@@ -102,7 +79,6 @@ TEST_CASE("a close earns achievements, which are told and saved, unless every ti
 
 TEST_CASE("a binder page that is opened can earn an achievement too") {
     Game game(TwoTickets());
-    Show(game, "a");
     for (int page = 0; page < 20; ++page) {
         CHECK(game.shell.Progress().achievements.empty());
         game.shell.Progress().binder_seen.insert(std::to_string(page));
@@ -113,7 +89,6 @@ TEST_CASE("a binder page that is opened can earn an achievement too") {
 
 TEST_CASE("a reset starts anew, leaves firmware alone and never happens in automation") {
     Game game(TwoTickets());
-    Show(game, "a");
     game.system.disk.files["data/firmware/1-01-one.lc1"] = "halt";
     game.shell.CloseTicket({.ticket_id = "1-01-one", .lines = 9, .ticks = 90}, "halt");
     game.shell.ResetProgress();
@@ -130,22 +105,8 @@ TEST_CASE("a reset starts anew, leaves firmware alone and never happens in autom
     CHECK(automatic.Progress().current == "1-01-one");
 }
 
-TEST_CASE("work that cannot be saved keeps its screen unless the player lets it go") {
-    Game game(TwoTickets());
-    Desk& desk = Show(game, "desk");
-    desk.unsaved = "The desk is full.";
-    game.shell.SwitchTo(std::make_unique<Desk>(game.shell, "next"));
-    CHECK(Holds(game.Text(), "The desk is full."));
-    game.Press("<Enter>");  // Stay, which is suggested
-    CHECK(game.TopName() == "desk");
-    game.shell.SwitchTo(std::make_unique<Desk>(game.shell, "next"));
-    game.Press("<Left><Enter>");
-    CHECK(game.TopName() == "next");
-}
-
 TEST_CASE("progress that is still owed is tried again on leaving, and asked about") {
     Game game(TwoTickets());
-    Show(game, "a");
     game.system.disk.full = "No space left on device";
     game.shell.Progress().current = "1-02-two";
     game.shell.SaveProgress();

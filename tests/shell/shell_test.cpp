@@ -234,6 +234,19 @@ TEST_CASE("work that cannot be saved is not lost without a question") {
     CHECK(stage.shell.Done());
 }
 
+TEST_CASE("work that cannot be saved keeps its screen unless the player lets it go") {
+    Stage stage;
+    Probe& probe = stage.Show("a");
+    probe.unsaved = "cannot write x";
+    stage.shell.SwitchTo(stage.Make("b"));
+    CHECK(stage.game.Text().find("cannot write x") != std::string::npos);
+    stage.game.Press("<Enter>");  // Stay, which is suggested
+    CHECK(stage.game.TopName() == "a");
+    stage.shell.SwitchTo(stage.Make("b"));
+    stage.game.Press("<Left><Enter>");
+    CHECK(stage.game.TopName() == "b");
+}
+
 TEST_CASE("full screen goes on and off from everywhere") {
     Stage stage;
     stage.Show("a");
