@@ -8,7 +8,6 @@
 #include <system_error>
 
 #ifdef _WIN32
-#define NOMINMAX
 #include <windows.h>
 
 #include <io.h>

@@ -10,7 +10,7 @@ namespace Kest {
 namespace {
 
 constexpr double kStatusSeconds = 3.2;
-const std::string kFirmwareFailed = "Firmware could not be saved: ";
+constexpr const char* kFirmwareFailed = "Firmware could not be saved: ";
 
 constexpr bool IsOverlay(Place place) {
     switch (place) {
