@@ -2,7 +2,11 @@
 
 #include <doctest/doctest.h>
 
+#include <map>
+#include <sstream>
 #include <string>
+
+#include "support/cases.h"
 
 namespace {
 
@@ -30,28 +34,21 @@ kp::Content Campaign() {
     return content;
 }
 
-// A state of the progress: the tickets from `first` on closed, so many of them, alike.
-struct State {
-    int first = 0, count = 0;  // in campaign order
-    int lines = kReferenceLines + 1;
-    int ticks = kReferenceTicks + 1;
-    int hints = 1;
-    int pages = 0;
-    std::string_view also = {};  // one more ticket
-};
-
-Kest::Progress ProgressOf(const kp::Content& content, const State& state) {
+// A state as achievements.txt writes it: words with a number each.
+Kest::Progress ProgressOf(const kp::Content& content, const std::string& words) {
+    std::map<std::string, int> state = {{"lines", 11}, {"ticks", 101}, {"hints", 1}};
+    std::istringstream stream(words);
+    for (std::string word; stream >> word;) stream >> state[word];
     Kest::Progress progress;
-    const Kest::TicketRecord record = {.closed = true,
-                                       .best_ticks = state.ticks,
-                                       .best_lines = state.lines,
-                                       .hints_revealed = state.hints};
     const auto tickets = content.Tickets();
-    for (int k = state.first; k < state.first + state.count; ++k) {
-        progress.tickets[tickets[static_cast<std::size_t>(k)]->ticket.id] = record;
+    for (int k = state["first"]; k < state["first"] + state["count"]; ++k) {
+        progress.tickets[tickets[static_cast<std::size_t>(k)]->ticket.id] = {
+            .closed = true,
+            .best_ticks = state["ticks"],
+            .best_lines = state["lines"],
+            .hints_revealed = state["hints"]};
     }
-    if (!state.also.empty()) progress.tickets[std::string(state.also)] = record;
-    for (int page = 0; page < state.pages; ++page) {
+    for (int page = 0; page < state["pages"]; ++page) {
         progress.binder_seen.insert(std::to_string(page));
     }
     return progress;
@@ -85,53 +82,18 @@ TEST_CASE("there are twenty achievements, in their order") {
 
 TEST_CASE("what a state of the progress earns, in the order in which it is announced") {
     const kp::Content content = Campaign();
-    const struct {
-        State state;
-        std::string_view earns;
-    } cases[] = {
-        {{}, ""},
-        {{.count = 1}, "FIRST_SHIP"},
-        {{.also = "9-99-gone"}, ""},
-        {{.count = 1, .lines = kReferenceLines}, "FIRST_SHIP"},
-        {{.count = 1, .lines = kReferenceLines - 1}, "UNDER_PAR FIRST_SHIP"},
-        {{.count = 1, .ticks = kReferenceTicks - 1}, "UNDER_PAR FIRST_SHIP"},
-        {{.count = 5}, "FIRST_SHIP"},
-        {{.count = 6}, "FIRST_SHIP SHIFT_1"},
-        {{.first = 6, .count = 6}, "FIRST_SHIP SHIFT_2"},
-        {{.first = 12, .count = 5}, "FIRST_SHIP SHIFT_3"},  // without the optional ticket
-        {{.first = 13, .count = 5}, "FIRST_SHIP BY_HAND"},
-        {{.first = 18, .count = 6}, "FIRST_SHIP SHIFT_4"},
-        {{.first = 24, .count = 12}, "FIRST_SHIP SHIFT_5 SHIFT_6"},
-        {{.first = 36, .count = 6}, "FIRST_SHIP SHIFT_7 XMODEM"},
-        {{.first = 39, .count = 1}, "FIRST_SHIP"},
-        {{.first = 40, .count = 1}, "FIRST_SHIP"},
-        {{.count = 41},
-         "FIRST_SHIP SHIFT_1 SHIFT_2 SHIFT_3 SHIFT_4 SHIFT_5 SHIFT_6 BY_HAND XMODEM"},
-        {{.count = 42},
-         "FIRST_SHIP SHIFT_1 SHIFT_2 SHIFT_3 SHIFT_4 SHIFT_5 SHIFT_6 SHIFT_7 ALL_TICKETS BY_HAND "
-         "XMODEM"},
-        {{.first = 1, .count = 1, .lines = 3}, "UNDER_PAR FIRST_SHIP"},
-        {{.first = 1, .count = 1, .lines = 2}, "UNDER_PAR FIRST_SHIP TWO_LINES"},
-        {{.count = 4, .lines = kReferenceLines, .ticks = kReferenceTicks}, "FIRST_SHIP"},
-        {{.count = 5, .lines = kReferenceLines}, "FIRST_SHIP PAR_LINES_5"},
-        {{.count = 5, .ticks = kReferenceTicks}, "FIRST_SHIP PAR_TICKS_5"},
-        {{.count = 19, .lines = kReferenceLines},
-         "FIRST_SHIP SHIFT_1 SHIFT_2 SHIFT_3 PAR_LINES_5 BY_HAND"},
-        {{.count = 20, .lines = kReferenceLines, .ticks = kReferenceTicks},
-         "FIRST_SHIP SHIFT_1 SHIFT_2 SHIFT_3 PAR_LINES_5 PAR_LINES_20 PAR_TICKS_5 PAR_TICKS_20 "
-         "BY_HAND"},
-        {{.pages = 19}, ""},
-        {{.pages = 20}, "BINDER_20"},
-        {{.first = 1, .count = 9, .hints = 0}, "FIRST_SHIP"},
-        {{.first = 1, .count = 10, .hints = 0}, "FIRST_SHIP NO_HINTS"},
-        {{.first = 1, .count = 10, .hints = 1}, "FIRST_SHIP"},
-    };
-    for (const auto& c : cases) {
-        CAPTURE(c.earns);
-        CAPTURE(c.state.count);
-        Kest::Progress progress = ProgressOf(content, c.state);
-        CHECK(Ids(Award(content, progress)) == c.earns);
-        CHECK(Award(content, progress).empty());  // once
+    for (const support::Case& steps : support::Cases("save/achievements.txt")) {
+        Kest::Progress progress;
+        for (const support::Step& step : steps) {
+            CAPTURE(step.where);
+            if (step.key == "state") {
+                progress = ProgressOf(content, step.value);
+            } else {
+                REQUIRE(step.key == "earns");
+                CHECK(Ids(Award(content, progress)) == step.value);
+                CHECK(Award(content, progress).empty());  // once
+            }
+        }
     }
 }
 
@@ -147,9 +109,10 @@ TEST_CASE("both scores are earned by one close alone") {
         {kAtPar, kAtPar, kAtPar, kOver, false},  // the bests are of two programs
     };
     for (const auto& c : cases) {
-        Kest::Progress progress = ProgressOf(content, {.count = 1,
-                                                       .lines = kReferenceLines + c.best_lines,
-                                                       .ticks = kReferenceTicks + c.best_ticks});
+        Kest::Progress progress;
+        progress.tickets["1-01"] = {.closed = true,
+                                    .best_ticks = kReferenceTicks + c.best_ticks,
+                                    .best_lines = kReferenceLines + c.best_lines};
         const Kest::Close close = {.ticket_id = "1-01",
                                    .lines = kReferenceLines + c.lines,
                                    .ticks = kReferenceTicks + c.ticks};
@@ -159,9 +122,10 @@ TEST_CASE("both scores are earned by one close alone") {
     }
 }
 
-TEST_CASE("a shift of which nothing could be loaded is not complete") {
+TEST_CASE("neither a shift of which nothing was loaded nor a ticket that is gone earns anything") {
     kp::Content content = Campaign();
     content.shifts[1].tickets.clear();
     Kest::Progress progress;
+    progress.tickets["9-99-gone"].closed = true;
     CHECK(Award(content, progress).empty());
 }
