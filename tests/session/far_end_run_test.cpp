@@ -1,28 +1,17 @@
 #include <algorithm>
-#include <filesystem>
 
-#include "base/disk.h"
-#include "base/format.h"
 #include "rig.h"
 
 // Each folder of far_ends is a small ticket. `run.txt` is the whole conversation between the far
 // end and pass.lc1, which goes to the limits of every window; the other firmware breaks one rule
 // each and opens with the sentence that the player must read: "; fails Tick 20: ...".
 
-namespace fs = std::filesystem;
-
 namespace {
 
 using base::Format;
 using kp::Tick;
+using support::ReadText;
 using support::Rig;
-
-std::string Read(const fs::path& path) {
-    base::SystemDisk disk;
-    auto text = disk.Read(path);
-    REQUIRE_MESSAGE(text, path.string() << ": " << text.Message());
-    return *text;
-}
 
 // Bytes, notes and windows by their ticks.
 std::string Conversation(const kp::Session& session) {
@@ -57,30 +46,26 @@ std::string ClaimOf(const std::string& firmware) {
     return firmware.substr(kOpening.size(), firmware.find('\n') - kOpening.size());
 }
 
-void CheckFolder(const fs::path& folder) {
-    const std::string ticket = Read(folder / "ticket.json");
-    Rig right(ticket, Read(folder / "pass.lc1"));
+void CheckFolder(const std::string& folder) {
+    Rig right(ReadText(folder + "/ticket.json"), ReadText(folder + "/pass.lc1"));
     CHECK(right.Run().message.empty());
     const kp::ExpectedOutput expected = {right.session.Transmitted(), right.session.Delivered()};
     CHECK(right.Run(&expected).message.empty());
-    CHECK(Conversation(right.session) == Read(folder / "run.txt"));
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        if (!entry.path().filename().string().starts_with("fail-")) continue;
-        CAPTURE(entry.path().string());
-        const std::string firmware = Read(entry.path());
-        Rig wrong(ticket, firmware);
-        CHECK(wrong.Run(&expected).message == ClaimOf(firmware));
+    CHECK(Conversation(right.session) == ReadText(folder + "/run.txt"));
+    for (const std::string& name : support::NamesIn(folder)) {
+        if (!name.starts_with("fail-")) continue;
+        CAPTURE(name);
+        const std::string firmware = ReadText(folder + "/" + name);
+        right.Load(firmware);
+        CHECK(right.Run(&expected).message == ClaimOf(firmware));
     }
 }
 
 }  // namespace
 
 TEST_CASE("far ends talk to right firmware as written, and catch wrong firmware by name") {
-    int folders = 0;
-    for (const auto& entry : fs::directory_iterator(KEST_FAR_ENDS)) {
-        CAPTURE(entry.path().string());
-        CheckFolder(entry.path());
-        ++folders;
+    for (const std::string& name : support::NamesIn("session/far_ends")) {
+        CAPTURE(name);
+        CheckFolder("session/far_ends/" + name);
     }
-    CHECK(folders == 10);
 }

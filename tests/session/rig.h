@@ -1,27 +1,36 @@
 #pragma once
 
-#include <doctest/doctest.h>
-
+#include <algorithm>
 #include <string>
-#include <string_view>
 
+#include "base/format.h"
 #include "session/verify.h"
+#include "support/cases.h"
 #include "support/text.h"
 
 namespace support {
 
-// A ticket, a program and a session on one of its tests.
+// A ticket, a program and a session on one of its tests. The ticket is a JSON object, or an
+// object's inside, in which `id` is supplied.
 struct Rig {
     kp::Ticket ticket;
     kp::Assembly assembly;
     kp::Program program;
     kp::Session session;
 
-    Rig(std::string_view ticket_text, std::string_view firmware) {
-        auto parsed = kp::ParseTicket(Json(ticket_text));
+    Rig(const std::string& ticket_text, std::string_view firmware) : ticket(TicketOf(ticket_text)) {
+        Load(firmware);
+    }
+
+    static kp::Ticket TicketOf(const std::string& text) {
+        const bool whole = text.starts_with('{');
+        auto parsed = kp::ParseTicket(Json(whole ? text : "{\"id\": \"t\", " + text + "}"));
         INFO(parsed.Message());
         REQUIRE(parsed);
-        ticket = *std::move(parsed);
+        return *std::move(parsed);
+    }
+
+    void Load(std::string_view firmware) {
         assembly = kp::Assemble(firmware, ticket.machine);
         INFO((assembly.errors.empty() ? "" : assembly.errors.front().message));
         REQUIRE(assembly.errors.empty());
@@ -40,6 +49,35 @@ struct Rig {
         session.RunToEnd();
         return session.Verdict();
     }
+};
+
+// Everything that a run leaves behind.
+struct Record {
+    std::vector<kp::TraceEvent> trace;
+    std::string notes;
+    std::string windows;
+    std::string verdict;
+    std::string card;
+    kp::Tick ticks, output_ticks;
+
+    explicit Record(const kp::Session& session)
+        : trace(session.Trace().begin(), session.Trace().end()),
+          verdict((session.Verdict().passed ? "passed " : "failed ") + session.Verdict().message),
+          card(kp::StateName(session.Card().State())),
+          ticks(session.CurrentTick()),
+          output_ticks(session.OutputTicks()) {
+        for (const auto& note : session.Notes()) {
+            notes += base::Format("%u ", note.tick) + note.text + "\n";
+        }
+        for (const auto& window : session.Windows()) {
+            windows += base::Format("%u %u ", window.from, window.until) + window.what +
+                       (window.done ? " done\n" : "\n");
+        }
+        for (int k = 0; k < 5; ++k) {
+            card += base::Format(" %u", unsigned{session.Card().RegisterValue(k)});
+        }
+    }
+    bool operator==(const Record&) const = default;
 };
 
 }  // namespace support

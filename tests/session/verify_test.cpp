@@ -39,22 +39,28 @@ TEST_CASE("a proven reference gives every test's output and the par scores") {
     CHECK(VerifyOn(ticket, kReference).ticks == reference->ticks);
 }
 
-TEST_CASE("a reference that proves nothing says why") {
-    const struct {
-        std::string_view firmware, message;
-    } cases[] = {
-        {"nop\nrx", "reference line 2: rx takes 1 or 2 operands."},
-        {"loop: jmp loop", "reference fails test 1: The reference was still running at tick 399."},
-        {"nop\nret", "reference fails test 1: Line 2: ret ran with no call to return to."},
-        {"rx a\nhalt", "test 1 produces no output"},
-        // A later failure wins over an earlier silence.
-        {"rx a\njeq a, 'A', end\nret\nend: halt",
-         "reference fails test 2: Line 3: ret ran with no call to return to."},
-    };
-    for (const auto& c : cases) {
-        CAPTURE(c.firmware);
-        kp::Session session;
-        CHECK(kp::ProveReference(Loopback(), c.firmware, session).Message() == c.message);
+TEST_CASE("a reference that proves nothing says why, and a tick limit is explained") {
+    const kp::Ticket ticket = Loopback();
+    kp::Session session;
+    const auto reference = kp::ProveReference(ticket, kReference, session);
+    REQUIRE(reference);
+    for (const support::Case& steps : support::Cases("session/explanations.txt")) {
+        std::string firmware;
+        for (const support::Step& step : steps) {
+            INFO(step.where);
+            if (step.key == "firmware") {
+                firmware = step.Lines();
+            } else if (step.key == "disproved") {
+                CHECK(kp::ProveReference(ticket, firmware, session).Message() == step.value);
+            } else if (step.key == "explained") {
+                const kp::Assembly assembly = kp::Assemble(firmware, ticket.machine);
+                const kp::Program program = kp::Load(assembly, ticket.machine);
+                CHECK(kp::ExplainTickLimit(ticket, 0, assembly, program, reference->outputs[0],
+                                           session) == step.value);
+            } else {
+                FAIL("unknown key ", step.key);
+            }
+        }
     }
 }
 
@@ -79,40 +85,4 @@ TEST_CASE("a verify runs every test and sums the deck up") {
     kp::Session session;
     CHECK(kp::Verify(ticket, {}, kp::Assemble("halt", ticket.machine), session).message ==
           "This ticket's reference has not been prepared.");
-}
-
-TEST_CASE("a tick limit is explained by what repeats and what it never reaches") {
-    const struct {
-        std::string_view firmware, explanation;
-    } cases[] = {
-        {"l: jmp l\ntx 1",
-         "Your program ran 400 ticks without producing output. Line 1 repeats, and the tx on line "
-         "2 "
-         "never runs."},
-        {"rx a\ntx a\nl: nop\njmp l\nhalt",
-         "Your program ran 400 ticks and produced 1 of 2 expected bytes. Lines 3 to 4 repeat and "
-         "never reach the halt on line 5."},
-        {"rx a\ntx a\nl: jmp l",
-         "Your program ran 400 ticks and produced 1 of 2 expected bytes. Line 3 repeats and never "
-         "reaches a halt."},
-        {"rx a\ntx a\nrx a\nl: tmr 9\nrx a, l",
-         "Your program ran 400 ticks and produced 1 of 2 expected bytes. Line 5 waits at rx, and "
-         "no "
-         "byte arrives."},
-        {"rx a\ntx a\nrx a\nl: tmr 9\nhin a, l",
-         "Your program ran 400 ticks and produced 1 of 2 expected bytes. Line 5 waits at hin, and "
-         "the host sends nothing more."},
-        {"rx a\ntx a\nrx a\ntx a\nhalt", ""},
-    };
-    const kp::Ticket ticket = Loopback();
-    kp::Session session;
-    const auto reference = kp::ProveReference(ticket, kReference, session);
-    REQUIRE(reference);
-    for (const auto& c : cases) {
-        CAPTURE(c.firmware);
-        const kp::Assembly assembly = kp::Assemble(c.firmware, ticket.machine);
-        const kp::Program program = kp::Load(assembly, ticket.machine);
-        CHECK(kp::ExplainTickLimit(ticket, 0, assembly, program, reference->outputs[0], session) ==
-              c.explanation);
-    }
 }

@@ -37,11 +37,11 @@ void AddCases(const std::string& name, std::vector<Case>& cases) {
 
 }  // namespace
 
-std::string Step::Lines() const {
+std::string LinesOf(std::string_view text) {
     std::string lines;
-    for (std::string_view rest = value; !rest.empty();) {
-        lines += Cut(rest, " / ");
-        if (!rest.empty()) lines += '\n';
+    while (!text.empty()) {
+        lines += Cut(text, " / ");
+        if (!text.empty()) lines += '\n';
     }
     return lines;
 }

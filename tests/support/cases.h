@@ -18,6 +18,9 @@
 // Names of files and folders are relative to tests/.
 namespace support {
 
+// A text of several lines written on one, where " / " ends a line.
+std::string LinesOf(std::string_view text);
+
 struct Step {
     std::string where;  // "peers/flow.txt:12: the case's name"
     std::string key;
@@ -25,7 +28,7 @@ struct Step {
     std::string text;  // the lines behind bars, each with its end
 
     std::string All() const { return text.empty() ? value : value + "\n" + text; }
-    std::string Lines() const;  // the value, in which " / " ends a line
+    std::string Lines() const { return LinesOf(value); }
     unsigned Number() const { return static_cast<unsigned>(std::stoul(value)); }
 };
 
