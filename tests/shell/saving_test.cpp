@@ -123,3 +123,26 @@ TEST_CASE("progress that is still owed is tried again on leaving, and asked abou
     CHECK(saved.current == "1-02-two");
     CHECK(saved.play_seconds == 90);
 }
+
+TEST_CASE("progress is saved, and a failure stands until a save works") {
+    Game game(TwoTickets());
+    game.shell.Progress().current = "1-02-two";
+    game.system.disk.full = "No space left on device";
+    game.shell.SaveProgress();
+    CHECK(game.Row(22).starts_with(" ! Progress could not be saved: "));
+    CHECK(game.Draw().At(1, 22).role == zo::ui::Role::StatusAlert);
+    CHECK_FALSE(game.shell.SaveFailure().empty());
+    game.system.disk.full.clear();
+    game.shell.SaveProgress();
+    CHECK(game.shell.SaveFailure().empty());
+    const Progress saved = LoadProgress(game.system.disk, "data");
+    CHECK(saved.current == "1-02-two");
+}
+
+TEST_CASE("a run with its own number of closed tickets leaves the player's progress alone") {
+    Game game(TwoTickets(), {}, 1);
+    CHECK(game.shell.Progress().IsClosed("1-01-one"));
+    CHECK_FALSE(game.shell.Progress().IsClosed("1-02-two"));
+    game.shell.SaveProgress();
+    CHECK_FALSE(game.system.disk.files.contains("data/progress.json"));
+}
