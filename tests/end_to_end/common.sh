@@ -5,8 +5,8 @@ work=$(mktemp -d)
 game_pid=
 server_pid=
 finish() {
-    [ -n "$game_pid" ] && kill "$game_pid" 2>/dev/null
-    [ -n "$server_pid" ] && kill "$server_pid" 2>/dev/null
+    [ -n "$game_pid" ] && kill -KILL "$game_pid" 2>/dev/null
+    [ -n "$server_pid" ] && kill -KILL "$server_pid" 2>/dev/null
     wait 2>/dev/null
     rm -rf "$work"
 }
@@ -34,7 +34,7 @@ wait_for() {
 }
 
 start_server() {
-    Xvfb -displayfd 3 -screen 0 1440x900x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+    Xvfb -displayfd 3 -screen 0 1440x900x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
     server_pid=$!
     wait_for 20 "the X server" test -s "$work/display"
     export DISPLAY=:$(cat "$work/display")
