@@ -4,15 +4,12 @@
 
 #include <doctest/doctest.h>
 
-#include "json/parser.h"
+#include "support/text.h"
 
 namespace {
 
 base::Result<kp::CardConfig> Read(std::string_view machine) {
-    json::Value value;
-    json::Error error;
-    REQUIRE(json::Parse(machine, value, error));
-    return kp::ReadCardConfig(value);
+    return kp::ReadCardConfig(support::Json(machine));
 }
 
 }  // namespace

@@ -20,26 +20,11 @@ std::string Text(const kp::Operand& operand) {
 
 }  // namespace
 
-kp::CardConfig FullCard() {
-    kp::CardConfig config;
-    config.crc = config.timer = config.clock = true;
-    return config;
-}
-
-kp::CardConfig BareCard() {
-    kp::CardConfig config;
-    config.ram = 0;
-    config.registers = 0b0001;
-    config.host = false;
-    return config;
-}
-
-std::string Errors(std::string_view source, const kp::CardConfig& config) {
+std::string Errors(const kp::Assembly& assembly) {
     std::string text;
-    for (const kp::AssemblyError& error : kp::Assemble(source, config).errors) {
-        if (!text.empty()) text += "\n";
+    for (const kp::AssemblyError& error : assembly.errors) {
         text += std::to_string(error.line) + ":" + std::to_string(error.column) + "+" +
-                std::to_string(error.length) + " " + error.message;
+                std::to_string(error.length) + " " + error.message + "\n";
     }
     return text;
 }

@@ -1,6 +1,7 @@
 #include "cases.h"
 
 #include <algorithm>
+#include <charconv>
 #include <fstream>
 #include <iterator>
 
@@ -77,6 +78,23 @@ std::string ReadText(std::string_view file) {
     std::ifstream stream(PathOf(file), std::ios::binary);
     REQUIRE_MESSAGE(stream, std::string(file) << " cannot be read");
     return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::string Unmarked(std::string_view text) {
+    std::string plain;
+    while (!text.empty()) {
+        unsigned value = 0;
+        const char* digits = text.data() + 1;
+        if (text.size() > 3 && text[0] == '<' && text[3] == '>' &&
+            std::from_chars(digits, digits + 2, value, 16).ptr == digits + 2) {
+            plain += static_cast<char>(value);
+            text.remove_prefix(4);
+        } else {
+            plain += text.front();
+            text.remove_prefix(1);
+        }
+    }
+    return plain;
 }
 
 std::string_view Cut(std::string_view& text, std::string_view mark) {

@@ -41,6 +41,9 @@ std::filesystem::path PathOf(std::string_view name);
 std::vector<std::string> NamesIn(std::string_view folder);
 std::string ReadText(std::string_view file);
 
+// Text in which <C3> stands for the byte of that value.
+std::string Unmarked(std::string_view text);
+
 // Text up to a mark, which is cut off with it; all that is left where there is no mark.
 std::string_view Cut(std::string_view& text, std::string_view mark);
 
