@@ -2,6 +2,7 @@
 
 #include <doctest/doctest.h>
 
+#include "support/cases.h"
 #include "support/lines.h"
 #include "support/text.h"
 
@@ -10,28 +11,21 @@ using support::Json;
 using support::Lines;
 
 TEST_CASE("a value that does not fit is replaced, with a remark that says what does") {
-    const struct {
-        std::string_view text;
-        std::int32_t number;
-        Remarks remarks;
-    } cases[] = {
-        {"{}", 7, {}},
-        {R"({"n": 2})", 2, {}},
-        {R"({"n": 9})", 9, {}},
-        {R"({"n": 1})", 2, {"n is 1; it takes 2 to 9"}},
-        {R"({"n": 1e10})", 9, {"n is 10000000000; it takes 2 to 9"}},
-        {R"({"n": 2.5})", 2, {"n is 2.5; it takes 2 to 9"}},
-        {R"({"n": "3"})", 7, {"n is \"3\"; it takes 2 to 9"}},
-        {R"({"n": null})", 7, {"n is null; it takes 2 to 9"}},
-        {"[1]", 7, {}},
-    };
-    for (const auto& c : cases) {
-        CAPTURE(c.text);
-        const json::Value value = Json(c.text);
-        Remarks remarks;
-        CHECK(json::Fields(value, &remarks).Number("n", 7, {2, 9}) == c.number);
-        CHECK(Lines(remarks) == Lines(c.remarks));
-        CHECK(json::Fields(value).Number("n", 7, {2, 9}) == c.number);
+    for (const support::Case& steps : support::Cases("json/numbers.txt")) {
+        json::Value value;
+        for (const support::Step& step : steps) {
+            CAPTURE(step.where);
+            if (step.key == "read") {
+                value = Json(step.value);
+                continue;
+            }
+            REQUIRE(step.key == "gives");
+            Remarks remarks;
+            const auto number = static_cast<std::int32_t>(step.Number());
+            CHECK(json::Fields(value, &remarks).Number("n", 7, {2, 9}) == number);
+            CHECK(Lines(remarks) == step.text);
+            CHECK(json::Fields(value).Number("n", 7, {2, 9}) == number);
+        }
     }
 }
 
