@@ -1,8 +1,13 @@
+// Runs tickets.txt, and looks at what a ticket that was read holds.
+
 #include "ticket/ticket.h"
 
 #include <doctest/doctest.h>
 
+#include "support/cases.h"
+#include "support/lines.h"
 #include "support/text.h"
+#include "ticket/hex.h"
 
 using support::Json;
 
@@ -54,40 +59,56 @@ TEST_CASE("host messages take the tick of the one before") {
 }
 
 TEST_CASE("the far end's type follows from the peer block or the first test") {
-    const struct {
-        std::string_view rest;
-        kp::PeerType type;
-    } cases[] = {
-        {R"("tests": [{}])", kp::PeerType::None},
-        {R"("tests": [{"rx": []}])", kp::PeerType::Script},
-        {R"("tests": [{}, {"rx": []}])", kp::PeerType::None},
-        {R"("peer": {}, "tests": [{}])", kp::PeerType::Script},
-        {R"("peer": {"type": "xmodem-tx"}, "tests": [{}])", kp::PeerType::XmodemTx},
+    const auto type = [](const std::string& rest) {
+        return Parsed(R"({"id": "x", )" + rest + "}").peer_type;
     };
-    for (const auto& c : cases) {
-        CAPTURE(c.rest);
-        CHECK(Parsed(R"({"id": "x", )" + std::string(c.rest) + "}").peer_type == c.type);
+    CHECK(type(R"("tests": [{}])") == kp::PeerType::None);
+    CHECK(type(R"("tests": [{"rx": []}])") == kp::PeerType::Script);
+    CHECK(type(R"("tests": [{}, {"rx": []}])") == kp::PeerType::None);
+    CHECK(type(R"("peer": {}, "tests": [{}])") == kp::PeerType::Script);
+    CHECK(type(R"("peer": {"type": "xmodem-tx"}, "tests": [{}])") == kp::PeerType::XmodemTx);
+}
+
+TEST_CASE("random lengths and bytes stay in their ranges") {
+    for (int k = 0; k < 200; ++k) {
+        const kp::Ticket ticket =
+            Parsed(R"({"id": "range-)" + std::to_string(k) + R"(", "tests": [{"host": [{"random":
+                 {"len": [2, 5], "min": 10, "max": 12, "avoid": "0B"}}]}]})");
+        const kp::Bytes& bytes = ticket.tests[0].host[0].bytes;
+        CHECK(bytes.size() >= 2);
+        CHECK(bytes.size() <= 5);
+        for (const auto byte : bytes) CHECK((byte == 10 || byte == 12));
     }
 }
 
-TEST_CASE("a ticket with a problem says the first one") {
-    const struct {
-        std::string_view text, message;
-    } cases[] = {
-        {"[]", "a mission is a JSON object"},
-        {R"({"tests": [{}]})", "missing id"},
-        {R"({"id": ""})", "missing id"},
-        {R"({"id": "x", "machine": {"registers": "abx"}, "frame": {"sync": "1"}})",
-         "registers lists letters a to d"},
-        {R"({"id": "x", "frame": {"sync": "1"}, "peer": {"type": "fax"}})", "malformed frame sync"},
-        {R"({"id": "x", "peer": {"type": "fax"}})", "unknown peer type \"fax\""},
-        {R"({"id": "x"})", "the ticket has no tests"},
-        {R"({"id": "x", "tests": [{"count": 2}, {"host": [{"hex": "q"}]}]})",
-         "test 3: malformed hex \"q\""},
-        {R"({"id": "x", "tests": [{"count": 1000000}]})", "more than 10000 tests"},
-    };
-    for (const auto& c : cases) {
-        CAPTURE(c.text);
-        CHECK(kp::ParseTicket(Json(c.text)).Message() == c.message);
+TEST_CASE("tickets are read as tickets.txt says") {
+    for (const support::Case& steps : support::Cases("ticket/tickets.txt")) {
+        std::string frame = "null";
+        std::string text;
+        for (const support::Step& step : steps) {
+            CAPTURE(step.where);
+            const std::string& value = step.value;
+            if (step.key == "frame") {
+                frame = value;
+            } else if (step.key == "recipe") {
+                text = R"({"id": "t-01", "frame": )" + frame + R"(, "tests": [{"host": [)" + value +
+                       "]}]}";
+            } else if (step.key == "ticket") {
+                text = step.All();
+            } else if (step.key == "keys") {
+                text = R"({"id": "x", "tests": [{}], )" + value + "}";
+            } else if (step.key == "test") {
+                text = R"({"id": "x", "frame": {}, "tests": [{}, {)" + value + "}, {}]}";
+            } else if (step.key == "builds") {
+                CHECK(Parsed(text).tests[0].host[0].bytes == *kp::ReadHex(value));
+            } else if (step.key == "problem") {
+                CHECK(kp::ParseTicket(Json(text)).Message() == value);
+            } else {
+                REQUIRE(step.key == "remarks");
+                json::Remarks remarks;
+                CHECK(kp::ParseTicket(Json(text), &remarks).Message() == "");
+                CHECK(support::Lines(remarks) == step.text);
+            }
+        }
     }
 }
