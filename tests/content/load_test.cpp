@@ -1,10 +1,12 @@
 #include <doctest/doctest.h>
 
 #include "content/content.h"
+#include "support/cases.h"
+#include "support/lines.h"
 
 namespace {
 
-using Lines = std::vector<std::string>;
+using support::Lines;
 
 constexpr const char* kCampaign = R"({"title": "Small", "shifts": [
     {"title": "First", "subtitle": "Sub", "intro": "In", "outro": "Out", "missions": ["a", "b"]},
@@ -28,13 +30,6 @@ kp::ContentStore SmallStore() {
     store.Add("missions/binder.json", kBinder);
     for (const char* id : {"a", "b", "c"}) AddTicket(store, id);
     return store;
-}
-
-// The problem lines as one text, which a failing check can show.
-std::string Problems(const kp::Content& content) {
-    std::string lines;
-    for (const std::string& line : content.problems) lines += line + '\n';
-    return lines;
 }
 
 std::string Ids(const kp::Content& content) {
@@ -73,44 +68,28 @@ TEST_CASE("a sound store loads whole, with every reference's scores") {
     CHECK(content.ShiftOf("d") == nullptr);
 
     REQUIRE(content.FindPage("wrap") != nullptr);
-    CHECK(content.FindPage("wrap")->body == Lines{"one", "two"});
+    CHECK(content.FindPage("wrap")->body == std::vector<std::string>{"one", "two"});
     CHECK(content.FindPage("warp") == nullptr);
     REQUIRE(content.mail.size() == 1);
     CHECK(content.mail[0].after == "a");
-    CHECK(content.mail[0].body == Lines{"text"});
+    CHECK(content.mail[0].body == std::vector<std::string>{"text"});
 }
 
 TEST_CASE("a damaged ticket is left out with one line, and the rest is there") {
-    const struct {
-        const char* name;
-        const char* text;
-        const char* problem;
-    } cases[] = {
-        {"missions/b.json", "{", "missions/b.json:1:2: expected a quoted key"},
-        {"missions/b.json", "[]", "b: a mission is a JSON object"},
-        {"missions/b.json", R"({"id": ""})", "b: missing id"},
-        {"missions/b.json", R"({"id": "b", "machine": {"registers": "ax"}})",
-         "b: registers lists letters a to d"},
-        {"missions/b.json", R"({"id": "b", "frame": {"check": "md5"}})",
-         "b: unknown check \"md5\""},
-        {"missions/b.json", R"({"id": "b", "peer": {"type": "modem"}, "tests": [{}]})",
-         "b: unknown peer type \"modem\""},
-        {"missions/b.json", R"({"id": "b"})", "b: the ticket has no tests"},
-        {"missions/b.json", R"({"id": "b", "tests": [{}, {"rx": [{"hex": "C1 6"}]}]})",
-         "b: test 2: malformed hex \"C1 6\""},
-        {"missions/b.json", R"({"id": "c", "tests": [{}]})", "b: the file's id is c"},
-        {"missions/reference/b.lc1", "tx 1\n\nhlat\n",
-         "b: reference line 3: Unknown instruction \"hlat\"."},
-        {"missions/reference/b.lc1", "halt\n", "b: test 1 produces no output"},
-    };
-    for (const auto& c : cases) {
-        CAPTURE(std::string(c.text));
+    for (const support::Case& steps : support::Cases("content/damaged.txt")) {
         kp::ContentStore store = SmallStore();
-        store.Add(c.name, c.text);
-        const kp::Content content = kp::LoadContent(store);
-        CHECK(Problems(content) == std::string(c.problem) + "\n");
-        CHECK(Ids(content) == "ac");
-        CHECK(content.pages.size() == 1);
+        for (const support::Step& step : steps) {
+            CAPTURE(step.where);
+            if (step.key != "problem") {
+                store.Add("missions/" + step.key, step.value + step.text);
+                continue;
+            }
+            const kp::Content content = kp::LoadContent(store);
+            CHECK(Lines(content.problems) == step.value + "\n");
+            CHECK(Ids(content) == "ac");
+            CHECK(content.pages.size() == 1);
+            store = SmallStore();
+        }
     }
 }
 
@@ -121,7 +100,7 @@ TEST_CASE("every problem has its line, in the order of the campaign, the binder,
     AddTicket(store, "b");
     store.Add(kp::TicketFile("c"), TicketText("c"));
     const kp::Content content = kp::LoadContent(store);
-    CHECK(Problems(content) ==
+    CHECK(Lines(content.problems) ==
           "missions/a.json is missing\n"
           "c: reference firmware is missing\n"
           "missions/binder.json is missing\n"
@@ -148,24 +127,10 @@ TEST_CASE("one ticket loads by its id or the four characters that it starts with
     AddTicket(store, "1-02-loopback");
     AddTicket(store, "1-03-uplink");
     store.Add("missions/campaign.json", "damaged");
-    const struct {
-        const char* name;
-        const char* id;
-        const char* problem;
-    } cases[] = {
-        {"1-03", "1-03-uplink", ""},
-        {"1-02-loopback", "1-02-loopback", ""},
-        {"1-0", "", "there is no ticket 1-0"},
-        {"1-02-", "", "there is no ticket 1-02-"},
-        {"1-04", "", "there is no ticket 1-04"},
-        {"camp", "", "there is no ticket camp"},
-        {"", "", "there is no ticket "},
-    };
-    for (const auto& c : cases) {
-        CAPTURE(std::string(c.name));
-        const base::Result<kp::LoadedTicket> loaded = kp::LoadOneTicket(store, c.name);
-        CHECK(loaded.Message() == c.problem);
-        if (loaded) CHECK(loaded->ticket.id == c.id);
+    CHECK(kp::LoadOneTicket(store, "1-03")->ticket.id == "1-03-uplink");
+    CHECK(kp::LoadOneTicket(store, "1-02-loopback")->ticket.id == "1-02-loopback");
+    for (const std::string name : {"1-0", "1-02-", "1-04", "camp", ""}) {
+        CHECK(kp::LoadOneTicket(store, name).Message() == "there is no ticket " + name);
     }
     store.Add(kp::ReferenceFile("1-02-loopback"), "halt");
     CHECK(kp::LoadOneTicket(store, "1-02").Message() == "test 1 produces no output");
