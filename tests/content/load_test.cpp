@@ -126,10 +126,11 @@ TEST_CASE("one ticket loads by its id or the four characters that it starts with
     kp::ContentStore store;
     AddTicket(store, "1-02-loopback");
     AddTicket(store, "1-03-uplink");
+    AddTicket(store, "1-05-two-way");
     store.Add("missions/campaign.json", "damaged");
     CHECK(kp::LoadOneTicket(store, "1-03")->ticket.id == "1-03-uplink");
     CHECK(kp::LoadOneTicket(store, "1-02-loopback")->ticket.id == "1-02-loopback");
-    for (const std::string name : {"1-0", "1-02-", "1-04", "camp", ""}) {
+    for (const std::string name : {"1", "1-0", "1-02-", "1-04", "1-05-two", "camp", ""}) {
         CHECK(kp::LoadOneTicket(store, name).Message() == "there is no ticket " + name);
     }
     store.Add(kp::ReferenceFile("1-02-loopback"), "halt");
