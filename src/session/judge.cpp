@@ -24,14 +24,14 @@ bool Session::JudgeTransmitted(std::uint8_t byte) {
 
 // The card's byte settles every window that has opened; the first that it breaks is the verdict.
 bool Session::JudgeWindows() {
-    next_deadline_ = kNever;
+    deadline_passed_at_ = kNever;
     const std::span<TimingWindow> windows = windows_.Items();
     while (first_open_ < windows.size() && windows[first_open_].done) ++first_open_;
     for (TimingWindow& window : windows.subspan(first_open_)) {
         if (window.done) continue;
         if (window.from > tick_) {
             if (window.kind == WindowKind::Deadline) {
-                next_deadline_ = std::min(next_deadline_, window.until);
+                deadline_passed_at_ = std::min(deadline_passed_at_, window.until + 1);
             }
             continue;
         }
@@ -113,7 +113,7 @@ void Session::DecideEndRecording() {
 }
 
 bool Session::LineQuiet() const {
-    return to_far_end_.Empty() && to_card_.Empty() && peer_->Done();
+    return !to_far_end_ && to_card_.Empty() && peer_->Done();
 }
 
 // The card waits, and nothing that is still to come can end its wait. Bytes in flight and what the
@@ -127,7 +127,7 @@ bool Session::CardStuck() const {
 
 // The far end may be waiting too, for a byte that the card will never send; then neither moves.
 bool Session::StuckForGood() const {
-    return to_far_end_.Empty() && to_card_.Empty() && next_deadline_ == kNever && CardStuck() &&
+    return !to_far_end_ && to_card_.Empty() && deadline_passed_at_ == kNever && CardStuck() &&
            peer_->NextAct() == kNever;
 }
 

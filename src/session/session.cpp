@@ -1,6 +1,7 @@
 #include "session/session.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "verdict_text.h"
 
@@ -20,14 +21,25 @@ std::uint16_t StreamIndex(std::size_t position) {
 
 }  // namespace
 
-void Session::Wire::Clear() {
-    flights.clear();
-    head = 0;
+void Session::Arrivals::Clear() {
+    flights_.clear();
+    head_ = 0;
+    next_at_ = kNever;
+}
+
+void Session::Arrivals::Add(Tick at, std::uint8_t byte) {
+    if (Empty()) next_at_ = at;
+    flights_.push_back({at, byte});
+}
+
+std::uint8_t Session::Arrivals::Take() {
+    const std::uint8_t byte = flights_[head_++].byte;
+    next_at_ = head_ < flights_.size() ? flights_[head_].at : kNever;
+    return byte;
 }
 
 Session::Session() {
-    to_far_end_.flights.reserve(kUsualBytes);
-    to_card_.flights.reserve(kUsualBytes);
+    to_card_.Reserve(kUsualBytes);
     transmitted_.reserve(kUsualBytes);
     delivered_.reserve(kUsualBytes);
     trace_.reserve(kUsualEvents);
@@ -43,10 +55,10 @@ void Session::Begin(const kp::Ticket& ticket, const kp::Test& test, const Progra
     peer_ = std::move(peer);
     card_.Reset(program);
     tick_ = last_activity_ = output_ticks_ = line_free_ = 0;
-    next_deadline_ = kNever;
+    deadline_passed_at_ = kNever;
     open_windows_ = first_open_ = host_message_ = host_byte_ = 0;
     finished_ = false;
-    to_far_end_.Clear();
+    to_far_end_.reset();
     to_card_.Clear();
     transmitted_.clear();
     delivered_.clear();
@@ -64,18 +76,22 @@ bool Session::StepTick() {
 bool Session::RunTick() {
     if (finished_) return false;
     if (tick_ == 0) Start();
-    if (!to_far_end_.Empty()) HearCard();
+    if (to_far_end_) HearCard();
     if (tick_ >= act_at_) peer_->Act(tick_, *this);
-    if (!to_card_.Empty()) ArriveAtCard();
+    ArriveAtCard();
     if (!finished_) {
         if (card_.RunTimer(tick_)) Record(Happening::TimerRanOut, 0, 0, 0);
         card_.Run(tick_, *this);
-        if (card_.Fault() != FaultKind::None) FailFault();
     }
-    if (!finished_ && tick_ > next_deadline_) JudgeMissedDeadlines();
+    EndTick();
+    return !finished_;
+}
+
+void Session::EndTick() {
+    if (!finished_ && card_.Fault() != FaultKind::None) FailFault();
+    if (!finished_ && tick_ >= deadline_passed_at_) JudgeMissedDeadlines();
     if (!finished_) DecideEnd();
     ++tick_;
-    return !finished_;
 }
 
 bool Session::StepInstruction() {
@@ -89,28 +105,40 @@ void Session::RunToEnd() {
     act_at_ = tick_;
     while (RunTick()) {
         if (act_at_ < tick_) act_at_ = peer_->NextAct();  // it has acted, or heard something
-        if (card_.State() != CardState::Running || card_.IsInward()) RunUntouched();
+        RunUntouched();
     }
 }
 
-// Up to the next tick on which anything outside the processor may happen, a running card runs its
-// own instructions and a waiting card waits; neither can end the test.
+// Up to a tick that has to be run whole: a running card runs, a waiting card waits, and bytes that
+// the card sends on its way are heard.
 void Session::RunUntouched() {
-    if (FarEndHears() && !HearOnTheRun()) return;
-    const Tick bound = NextOutside();
-    if (bound <= tick_) return;
-    if (card_.State() != CardState::Running) {
-        tick_ = bound;
-        return;
+    while (!finished_) {
+        if (to_far_end_ && !HearOnTheRun()) return;
+        const Tick bound = NextOutside();
+        if (bound <= tick_) return;
+        if (card_.State() == CardState::Running) {
+            RunCard(bound);
+        } else {
+            tick_ = bound;
+        }
     }
-    card_.RunInward(tick_, bound, *this);
-    if (card_.Fault() == FaultKind::None) return;
-    FailFault();
-    ++tick_;
 }
 
-bool Session::FarEndHears() const {
-    return !to_far_end_.Empty() && to_far_end_.flights[to_far_end_.head].at <= tick_;
+// Runs the card up to this tick, or until it waits. What the far end hears on the way, and the
+// timer that the card sets, can bring the tick nearer; as long as the card runs, no tick before it
+// can end the test but by what the card sends.
+void Session::RunCard(Tick bound) {
+    while (tick_ < bound) {
+        card_.RunInward(tick_, bound, *this);
+        if (tick_ == bound) return;
+        if (card_.Fault() == FaultKind::None) card_.Run(tick_, *this);
+        if (finished_ || card_.State() != CardState::Running) return EndTick();
+        ++tick_;
+        bound = std::min(bound, card_.NextAct());
+        if (!to_far_end_) continue;
+        if (!HearOnTheRun()) return;
+        bound = std::min(bound, NextOfFarEnd());
+    }
 }
 
 // While the card runs and still owes bytes, a tick on which the far end hears one of them cannot
@@ -126,17 +154,21 @@ bool Session::HearOnTheRun() {
     return true;
 }
 
-// The first tick from now on that has to be run whole. It may be too early, never too late.
+// The first tick from now on that has to be run whole, when the far end has heard all that was
+// sent. It may be too early, never too late.
 Tick Session::NextOutside() const {
-    Tick next = std::min(ticket_->max_ticks - 1, act_at_);
-    if (!to_far_end_.Empty()) next = std::min(next, to_far_end_.flights[to_far_end_.head].at);
-    if (!to_card_.Empty()) next = std::min(next, to_card_.flights[to_card_.head].at);
-    if (next_deadline_ != kNever) next = std::min(next, next_deadline_ + 1);
-    next = std::min({next, card_.NextAct(), NextSettled()});
+    Tick next = std::min({ticket_->max_ticks - 1, NextOfFarEnd(), card_.NextAct()});
+    // As long as a byte is on its way, no quiet ends the test.
+    if (to_card_.Empty()) next = std::min(next, NextSettled());
     if (card_.State() == CardState::WaitingHost && host_message_ < test_->host.size()) {
         next = std::min(next, test_->host[host_message_].at);
     }
     return next;
+}
+
+// The next tick on which the far end, or what it has sent or asked for, matters.
+Tick Session::NextOfFarEnd() const {
+    return std::min({act_at_, deadline_passed_at_, to_card_.NextAt()});
 }
 
 // The next tick on which enough quiet may have passed to end the test.
@@ -153,15 +185,13 @@ void Session::Start() {
 
 // A byte sent on tick t reaches the far end on tick t + 1.
 void Session::HearCard() {
-    while (!to_far_end_.Empty() && to_far_end_.flights[to_far_end_.head].at <= tick_) {
-        act_at_ = tick_;
-        peer_->Receive(tick_, to_far_end_.flights[to_far_end_.head++].byte, *this);
-    }
+    act_at_ = tick_;
+    peer_->Receive(tick_, *std::exchange(to_far_end_, std::nullopt), *this);
 }
 
 void Session::ArriveAtCard() {
-    while (!finished_ && !to_card_.Empty() && to_card_.flights[to_card_.head].at <= tick_) {
-        const std::uint8_t byte = to_card_.flights[to_card_.head++].byte;
+    while (!finished_ && to_card_.NextAt() <= tick_) {
+        const std::uint8_t byte = to_card_.Take();
         if (card_.Receive(byte)) {
             Record(Happening::Received, byte, 0, 0);
         } else {
@@ -185,7 +215,7 @@ Tick Session::Send(Tick tick, std::span<const std::uint8_t> bytes, int spacing) 
     if (bytes.empty()) return line_free_ = at;
     Tick last = at;
     for (const std::uint8_t byte : bytes) {
-        to_card_.flights.push_back({at, byte});
+        to_card_.Add(at, byte);
         last = at;
         at = static_cast<Tick>(std::min<std::uint64_t>(at + step, kEndOfTime));
     }
@@ -201,7 +231,9 @@ void Session::Expect(WindowKind kind, Tick until, std::string_view label, Tick f
     window.done = false;
     window.what = label;
     ++open_windows_;
-    if (kind == WindowKind::Deadline) next_deadline_ = std::min(next_deadline_, until);
+    if (kind == WindowKind::Deadline) {
+        deadline_passed_at_ = std::min(deadline_passed_at_, until + 1);
+    }
 }
 
 void Session::Note(Tick tick, std::string_view text, int flag) {
@@ -213,7 +245,7 @@ void Session::Note(Tick tick, std::string_view text, int flag) {
 
 bool Session::Transmit(std::uint8_t byte) {
     Record(Happening::Transmitted, byte, StreamIndex(transmitted_.size()), card_.Line());
-    to_far_end_.flights.push_back({tick_ + 1, byte});
+    to_far_end_ = byte;
     transmitted_.push_back(byte);
     last_activity_ = tick_;
     output_ticks_ = tick_ + 1;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -70,16 +71,25 @@ public:
     const kp::Test& RunTest() const { return *test_; }
 
 private:
-    struct Flight {
-        Tick at;
-        std::uint8_t byte;
-    };
-    // Bytes on their way, in the order of their arrival. Storage is kept from run to run.
-    struct Wire {
-        std::vector<Flight> flights;
-        std::size_t head = 0;
-        bool Empty() const { return head == flights.size(); }
+    // Bytes on their way to the card, in the order of their arrival. Storage is kept from run to
+    // run.
+    class Arrivals {
+    public:
+        void Reserve(std::size_t bytes) { flights_.reserve(bytes); }
         void Clear();
+        void Add(Tick at, std::uint8_t byte);
+        std::uint8_t Take();
+        bool Empty() const { return next_at_ == kNever; }
+        Tick NextAt() const { return next_at_; }  // kNever when none is on its way
+
+    private:
+        struct Flight {
+            Tick at;
+            std::uint8_t byte;
+        };
+        std::vector<Flight> flights_;
+        std::size_t head_ = 0;
+        Tick next_at_ = kNever;
     };
 
     // A list that keeps its items' storage, texts included, when it is cleared.
@@ -116,10 +126,12 @@ private:
 
     void Start();
     bool RunTick();
+    void EndTick();
     Tick NextOutside() const;
+    Tick NextOfFarEnd() const;
     Tick NextSettled() const;
     void RunUntouched();
-    bool FarEndHears() const;
+    void RunCard(Tick bound);
     bool HearOnTheRun();
     void HearCard();
     void ArriveAtCard();
@@ -152,15 +164,15 @@ private:
     Tick last_activity_ = 0;
     Tick output_ticks_ = 0;
     Tick line_free_ = 0;
-    Tick act_at_ = 0;              // the far end need not act before this tick
-    Tick next_deadline_ = kNever;  // the least limit among the open deadlines
+    Tick act_at_ = 0;                   // the far end need not act before this tick
+    Tick deadline_passed_at_ = kNever;  // the first tick on which an open deadline has been missed
     std::size_t open_windows_ = 0;
     std::size_t first_open_ = 0;  // no window before it is open
     std::size_t host_message_ = 0;
     std::size_t host_byte_ = 0;
     bool finished_ = true;
-    Wire to_far_end_;
-    Wire to_card_;
+    std::optional<std::uint8_t> to_far_end_;  // sent on the tick before
+    Arrivals to_card_;
     Bytes transmitted_;
     Bytes delivered_;
     std::vector<TraceEvent> trace_;
