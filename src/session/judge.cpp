@@ -140,6 +140,11 @@ bool Session::Complete() const {
            delivered_.size() == expected_->delivered.size();
 }
 
+// A running card that owes something cannot be ended by quiet, and one that is recorded never is.
+bool Session::Owes() const {
+    return expected_ == nullptr || !Complete();
+}
+
 void Session::Pass() {
     finished_ = true;
     verdict_.passed = true;

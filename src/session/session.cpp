@@ -109,14 +109,17 @@ void Session::RunToEnd() {
     }
 }
 
-// Up to a tick that has to be run whole: a running card runs, a waiting card waits, and bytes that
-// the card sends on its way are heard.
+// Up to a tick that has to be run whole: a running card runs, a waiting card waits, and bytes reach
+// their ends on the way.
 void Session::RunUntouched() {
     while (!finished_) {
         if (to_far_end_ && !HearOnTheRun()) return;
+        const bool arrives = to_card_.NextAt() <= tick_ && act_at_ > tick_;
+        if (arrives) ArriveAtCard();
+        if (finished_) return EndTick();
         const Tick bound = NextOutside();
         if (bound <= tick_) return;
-        if (card_.State() == CardState::Running) {
+        if (arrives || card_.State() == CardState::Running) {
             RunCard(bound);
         } else {
             tick_ = bound;
@@ -124,9 +127,9 @@ void Session::RunUntouched() {
     }
 }
 
-// Runs the card up to this tick, or until it waits. What the far end hears on the way, and the
-// timer that the card sets, can bring the tick nearer; as long as the card runs, no tick before it
-// can end the test but by what the card sends.
+// Runs the card up to this tick, or until it waits or owes nothing more: until then no quiet ends
+// the test. What the far end hears on the way, and the timer that the card sets, can bring the tick
+// nearer.
 void Session::RunCard(Tick bound) {
     while (tick_ < bound) {
         card_.RunInward(tick_, bound, *this);
@@ -134,6 +137,7 @@ void Session::RunCard(Tick bound) {
         if (card_.Fault() == FaultKind::None) card_.Run(tick_, *this);
         if (finished_ || card_.State() != CardState::Running) return EndTick();
         ++tick_;
+        if (!Owes()) return;
         bound = std::min(bound, card_.NextAct());
         if (!to_far_end_) continue;
         if (!HearOnTheRun()) return;
@@ -144,8 +148,7 @@ void Session::RunCard(Tick bound) {
 // While the card runs and still owes bytes, a tick on which the far end hears one of them cannot
 // end the test, so it need not be run whole.
 bool Session::HearOnTheRun() {
-    const bool owes = expected_ == nullptr || !Complete();
-    if (card_.State() != CardState::Running || !owes) return false;
+    if (card_.State() != CardState::Running || !Owes()) return false;
     HearCard();
     act_at_ = peer_->NextAct();
     if (act_at_ > tick_) return true;
@@ -158,8 +161,8 @@ bool Session::HearOnTheRun() {
 // sent. It may be too early, never too late.
 Tick Session::NextOutside() const {
     Tick next = std::min({ticket_->max_ticks - 1, NextOfFarEnd(), card_.NextAct()});
-    // As long as a byte is on its way, no quiet ends the test.
-    if (to_card_.Empty()) next = std::min(next, NextSettled());
+    const bool quiet_may_end = card_.State() != CardState::Running || !Owes();
+    if (quiet_may_end && to_card_.Empty()) next = std::min(next, NextSettled());
     if (card_.State() == CardState::WaitingHost && host_message_ < test_->host.size()) {
         next = std::min(next, test_->host[host_message_].at);
     }

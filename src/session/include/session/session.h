@@ -151,6 +151,7 @@ private:
     bool CardStuck() const;
     bool HostDone() const;
     bool Complete() const;
+    bool Owes() const;
     void Pass();
     void PassOrDiagnose();
     void Fail(FailureKind kind, std::optional<int> line, std::string message);
