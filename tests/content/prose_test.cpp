@@ -3,8 +3,11 @@
 #include <doctest/doctest.h>
 
 #include <algorithm>
+#include <optional>
 #include <regex>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "content/content.h"
 #include "ticket/hex.h"
@@ -83,6 +86,17 @@ std::size_t LongestTraffic(const kp::Ticket& ticket) {
     return most;
 }
 
+// The first and the last tick for sending a lost frame again. A far end counts from the tick on
+// which it has the frame's last byte; a text counts from the one before, on which the card sent it.
+std::optional<std::pair<int, int>> RetryWindowOf(const kp::Ticket& ticket) {
+    const std::vector<json::Value>& window = json::Member(ticket.peer, "retry_after").items;
+    if (window.size() != 2) return std::nullopt;
+    const auto from_sending = [](const json::Value& ticks) {
+        return static_cast<int>(ticks.number) + 1;
+    };
+    return std::pair(from_sending(window[0]), from_sending(window[1]));
+}
+
 // The allowances that a ticket's far end gives, wherever they are written.
 std::vector<int> AllowancesOf(const kp::Ticket& ticket) {
     std::vector<int> allowances = {json::IntOr(ticket.peer, "reply_within", 0),
@@ -90,6 +104,7 @@ std::vector<int> AllowancesOf(const kp::Ticket& ticket) {
     for (const kp::Test& test : ticket.tests) {
         for (const kp::LineEntry& entry : test.rx) allowances.push_back(entry.reply_within);
     }
+    if (const auto lost = RetryWindowOf(ticket)) allowances.push_back(lost->second);
     return allowances;
 }
 
@@ -136,6 +151,29 @@ TEST_CASE("an answer's allowance is the one that its ticket names") {
             const auto agrees = [&](int ticks) { return ticks == 0 || ticks == named; };
             CHECK(std::ranges::count(allowances, named) > 0);
             CHECK(std::ranges::all_of(allowances, agrees));
+        });
+    }
+}
+
+TEST_CASE("a pause is as long as its ticket says") {
+    for (const kp::LoadedTicket* loaded : BuiltIn().Tickets()) {
+        const kp::Ticket& ticket = loaded->ticket;
+        CAPTURE(ticket.id);
+        if (const auto lost = RetryWindowOf(ticket)) {
+            ForEachMatch(ticket, "no sooner than (\\d+) ticks", [&](const auto& match) {
+                CHECK(lost->first == std::stoi(match[1].str()));
+            });
+        }
+        const int slack = json::IntOr(ticket.peer, "backoff_slack", 0);
+        std::vector<std::pair<int, int>> pauses;
+        for (const json::Value& least : json::Member(ticket.peer, "backoff").items) {
+            const int ticks = static_cast<int>(least.number);
+            pauses.emplace_back(ticks, ticks + slack);
+        }
+        if (pauses.empty()) continue;
+        ForEachMatch(ticket, "(\\d+) to (\\d+) ticks", [&](const auto& match) {
+            const std::pair named(std::stoi(match[1].str()), std::stoi(match[2].str()));
+            CHECK(std::ranges::count(pauses, named) == 1);
         });
     }
 }
