@@ -1,5 +1,7 @@
 #include <doctest/doctest.h>
 
+#include <algorithm>
+
 #include "base/disk.h"
 #include "content/lint.h"
 
@@ -38,5 +40,24 @@ TEST_CASE("a starter assembles and is no solution yet") {
         CAPTURE(ticket.id);
         CHECK_FALSE(result.tests.empty());
         CHECK_FALSE(result.AllPassed());
+    }
+}
+
+TEST_CASE("a starter that is an earlier ticket's card does that ticket's work") {
+    kp::Session session;
+    const std::vector<const kp::LoadedTicket*> tickets = BuiltIn().Tickets();
+    for (const kp::LoadedTicket* loaded : tickets) {
+        const std::string& starter = loaded->ticket.starter;
+        const auto names = [&](const kp::LoadedTicket* other) {
+            return starter.starts_with("; a " + other->ticket.title + " card\n");
+        };
+        if (!starter.starts_with("; a ")) continue;
+        CAPTURE(loaded->ticket.id);
+        const auto earlier = std::ranges::find_if(tickets, names);
+        REQUIRE(earlier != tickets.end());
+        const kp::Ticket& ticket = (*earlier)->ticket;
+        const kp::VerifyResult result = kp::Verify(ticket, (*earlier)->reference,
+                                                   kp::Assemble(starter, ticket.machine), session);
+        CHECK_MESSAGE(result.AllPassed(), result.message);
     }
 }
