@@ -114,12 +114,12 @@ void Session::RunToEnd() {
 void Session::RunUntouched() {
     while (!finished_) {
         if (to_far_end_ && !HearOnTheRun()) return;
-        const bool arrives = to_card_.NextAt() <= tick_ && act_at_ > tick_;
-        if (arrives) ArriveAtCard();
-        if (finished_) return EndTick();
+        const bool arrives = to_card_.NextAt() <= tick_;
+        if (arrives && !ReceiveOnTheRun()) return;
         const Tick bound = NextOutside();
         if (bound <= tick_) return;
-        if (arrives || card_.State() == CardState::Running) {
+        const bool reads = arrives && card_.State() == CardState::WaitingByte;
+        if (reads || card_.State() == CardState::Running) {
             RunCard(bound);
         } else {
             tick_ = bound;
@@ -155,6 +155,17 @@ bool Session::HearOnTheRun() {
     peer_->Act(tick_, *this);
     act_at_ = std::max(peer_->NextAct(), tick_ + 1);
     return true;
+}
+
+// A byte that ends the line's quiet for a card that neither reads it at once nor owes anything can
+// end the test, and its tick has to be run whole.
+bool Session::ReceiveOnTheRun() {
+    const bool reads = card_.State() == CardState::WaitingByte;
+    const bool runs = card_.State() == CardState::Running && Owes();
+    if (act_at_ <= tick_ || !(reads || runs)) return false;
+    ArriveAtCard();
+    if (finished_) EndTick();
+    return !finished_;
 }
 
 // The first tick from now on that has to be run whole, when the far end has heard all that was

@@ -133,6 +133,7 @@ private:
     void RunUntouched();
     void RunCard(Tick bound);
     bool HearOnTheRun();
+    bool ReceiveOnTheRun();
     void HearCard();
     void ArriveAtCard();
     void Record(Happening kind, std::uint16_t value, std::uint16_t index, std::uint16_t line);
