@@ -129,9 +129,16 @@ std::optional<InputEvent> Wheel(const SDL_MouseWheelEvent& event) {
 std::optional<InputEvent> WindowEvent(const SDL_WindowEvent& event) {
     switch (event.event) {
         case SDL_WINDOWEVENT_SIZE_CHANGED:
-            return ui::WindowResized{{event.data1, event.data2}};
+        case SDL_WINDOWEVENT_DISPLAY_CHANGED:
+            return ui::WindowResized{};
         case SDL_WINDOWEVENT_EXPOSED:
+        case SDL_WINDOWEVENT_SHOWN:
+        case SDL_WINDOWEVENT_RESTORED:
+        case SDL_WINDOWEVENT_MAXIMIZED:
             return ui::WindowExposed{};
+        case SDL_WINDOWEVENT_MINIMIZED:
+        case SDL_WINDOWEVENT_HIDDEN:
+            return ui::WindowMinimised{};
         case SDL_WINDOWEVENT_FOCUS_GAINED:
             return ui::FocusChanged{true};
         case SDL_WINDOWEVENT_FOCUS_LOST:
@@ -159,6 +166,8 @@ std::optional<InputEvent> SdlInput::Translate(const SDL_Event& event) {
             return Wheel(event.wheel);
         case SDL_WINDOWEVENT:
             return WindowEvent(event.window);
+        case SDL_DISPLAYEVENT:  // one came, went or turned, perhaps the window's own
+            return ui::WindowResized{};
         case SDL_QUIT:
             return ui::CloseRequested{};
         default:

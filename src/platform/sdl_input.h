@@ -12,7 +12,8 @@ namespace zo::platform {
 // from it, the text; a key pressed with Ctrl or Alt gives the key press alone.
 class SdlInput {
 public:
-    // Nothing when the event means nothing to the program.
+    // Nothing when the event means nothing to the program. The window puts its size and scale into
+    // the news that they have changed.
     std::optional<ui::InputEvent> Translate(const SDL_Event& event);
 
 private:

@@ -23,6 +23,10 @@ constexpr bool IsOverlay(Place place) {
     }
 }
 
+void TakeEarlier(std::optional<double>& next, std::optional<double> at) {
+    if (at && (!next || *at < *next)) next = at;
+}
+
 }  // namespace
 
 Shell::Shell(ShellParts parts) : parts_(std::move(parts)) {
@@ -54,6 +58,7 @@ void Shell::TreatAsClosed(int count) {
 }
 
 void Shell::SetWindow(zo::ui::PixelSize size, float display_scale) {
+    if (request_.window == size && request_.display_scale == display_scale) return;
     request_.window = size;
     request_.display_scale = display_scale;
     RebuildGrid();
@@ -66,10 +71,14 @@ void Shell::OverrideSettings(const SettingsChange& change) {
 
 // The file keeps the player's choices alone, without what holds for this run.
 void Shell::ChangeSettings(const SettingsChange& change) {
+    const bool full_screen = settings_.full_screen;
     change(settings_);
     change(kept_settings_);
     if (parts_.persistent) (void)SaveSettings(parts_.disk, parts_.data_folder, kept_settings_);
     ApplySettings();
+    if (settings_.full_screen != full_screen && parts_.window) {
+        parts_.window->SetFullScreen(settings_.full_screen);
+    }
 }
 
 void Shell::ApplySettings() {
@@ -81,20 +90,26 @@ void Shell::ApplySettings() {
 
 void Shell::RebuildGrid() {
     frame_.Resize(zo::ui::SizeGrid(request_));
+    pressables_stale_ = true;
     redraw_ = true;
+}
+
+void Shell::UpdateScreens() {
+    if (current_) current_->Update(now_);
+    for (const auto& overlay : overlays_) overlay->Update(now_);
 }
 
 void Shell::Advance() {
     now_ = parts_.clock.Seconds();
     closed_.clear();
     if (pending_) CommitSwitch();
+    UpdateScreens();
     if (!message_.text.empty() && message_.until <= now_) {
         message_.text.clear();
         redraw_ = true;
     }
-    if (current_) current_->Update(now_);
-    for (const auto& overlay : overlays_) overlay->Update(now_);
-    if (const std::optional<double> due = NextFrameAt(); due && *due <= now_) redraw_ = true;
+    if (const std::optional<double> due = NextScreenFrameAt()) redraw_ |= *due <= now_;
+    caret_due_ = caret_blinks_ && next_blink_ <= now_;
 }
 
 void Shell::CommitSwitch() {
@@ -106,21 +121,18 @@ void Shell::CommitSwitch() {
     StackChanged();
 }
 
-std::optional<double> Shell::NextFrameAt() const {
+std::optional<double> Shell::NextScreenFrameAt() const {
     std::optional<double> next;
-    const auto consider = [&](std::optional<double> at) {
-        if (at && (!next || *at < *next)) next = at;
-    };
-    if (!message_.text.empty()) consider(message_.until);
-    if (caret_blinks_) consider(next_blink_);
-    if (current_) consider(current_->NextFrameAt());
-    for (const auto& overlay : overlays_) consider(overlay->NextFrameAt());
+    if (current_) TakeEarlier(next, current_->NextFrameAt());
+    for (const auto& overlay : overlays_) TakeEarlier(next, overlay->NextFrameAt());
     return next;
 }
 
 double Shell::SecondsToNextFrame() const {
-    if (pending_ || redraw_) return 0;
-    const std::optional<double> next = NextFrameAt();
+    if (pending_ || NeedsDraw()) return 0;
+    std::optional<double> next = NextScreenFrameAt();
+    if (!message_.text.empty()) TakeEarlier(next, message_.until);
+    if (caret_blinks_ && !minimised_) TakeEarlier(next, next_blink_);
     return next ? std::max(*next - now_, 0.0) : -1;
 }
 
@@ -209,6 +221,7 @@ void Shell::CloseOverlay() {
 }
 
 void Shell::StackChanged() {
+    pressables_.LetGo();
     pressables_stale_ = true;
     caret_since_ = now_;
     redraw_ = true;

@@ -20,10 +20,18 @@ struct Blink {
 
 }  // namespace
 
+// Most frames of an idle program are a blink, for which nothing but the caret is touched.
 const zo::ui::Frame& Shell::Draw() {
+    if (redraw_ || !caret_due_) DrawPicture();
+    BlinkCaret();
+    return frame_;
+}
+
+void Shell::DrawPicture() {
     redraw_ = false;
     zo::ui::Canvas canvas(frame_, settings_.theme);
     frame_.caret = {};
+    frame_.crt = settings_.crt && settings_.HasTube();
     frame_.margin =
         zo::ui::Colours(frame_.grid.look, settings_.theme, zo::ui::Role::Desktop).ground;
     canvas.Fill(canvas.Area(), U'░', zo::ui::Role::Desktop);
@@ -32,8 +40,7 @@ const zo::ui::Frame& Shell::Draw() {
     DescribeFrame();
     DrawBars(canvas);
     pressables_stale_ = false;
-    BlinkCaret();
-    return frame_;
+    caret_ = frame_.caret;
 }
 
 // Only what lies on top answers the pointer and has a caret.
@@ -72,8 +79,12 @@ void Shell::DrawBars(zo::ui::Canvas& canvas) {
                             .right = record_.right});
 }
 
+// In a window without the keyboard, and with motion off, the caret stands still.
 void Shell::BlinkCaret() {
-    caret_blinks_ = frame_.caret.shape != zo::ui::CaretShape::None && !hold_caret_;
+    caret_due_ = false;
+    frame_.caret = caret_;
+    const bool has_caret = caret_.shape != zo::ui::CaretShape::None;
+    caret_blinks_ = has_caret && focused_ && settings_.motion && !hold_caret_;
     if (!caret_blinks_) return;
     const Blink blink(caret_since_, now_);
     next_blink_ = blink.until;

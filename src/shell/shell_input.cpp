@@ -18,6 +18,10 @@ bool IsFullScreenKey(const KeyPress& key) {
     return key.Is(Key::F11) || alt_enter;
 }
 
+bool IsCloseKey(const KeyPress& key) {
+    return key.key == Key::F4 && key.with == zo::ui::Modifiers{.alt = true};
+}
+
 template <class... Handlers>
 struct Overloaded : Handlers... {
     using Handlers::operator()...;
@@ -27,20 +31,35 @@ Overloaded(Handlers...) -> Overloaded<Handlers...>;
 
 }  // namespace
 
+// The screens hear of the time first: what an event starts begins now, not with the last frame.
 void Shell::Handle(const InputEvent& event) {
+    now_ = parts_.clock.Seconds();
+    UpdateScreens();
     std::visit(Overloaded{
                    [&](const KeyPress& key) { HandleKey(key); },
                    [&](const zo::ui::TextInput& input) { HandleText(input.text); },
                    [&](const PointerInput& pointer) { HandlePointer(pointer); },
                    [&](const zo::ui::WindowResized& resized) {
-                       SetWindow(resized.size, parts_.window ? parts_.window->DisplayScale()
-                                                             : request_.display_scale);
+                       SetWindow(resized.size, resized.display_scale);
                    },
-                   [&](const zo::ui::WindowExposed&) { redraw_ = true; },
-                   [&](const zo::ui::FocusChanged&) { redraw_ = true; },
+                   [&](const zo::ui::WindowExposed&) {
+                       minimised_ = false;
+                       redraw_ = true;
+                   },
+                   [&](const zo::ui::WindowMinimised&) { minimised_ = true; },
+                   [&](const zo::ui::FocusChanged& focus) { HandleFocus(focus.active); },
                    [&](const zo::ui::CloseRequested&) { Quit(); },
                },
                event);
+}
+
+// What was held when another window took the keyboard is let go there, unheard.
+void Shell::HandleFocus(bool active) {
+    focused_ = active;
+    drop_text_ = false;
+    if (!active) pressables_.LetGo();
+    caret_since_ = now_;
+    redraw_ = true;
 }
 
 void Shell::HandleKey(const KeyPress& key) {
@@ -51,9 +70,14 @@ void Shell::HandleKey(const KeyPress& key) {
         if (!key.repeat) ToggleFullScreen();
         return;
     }
+    if (IsCloseKey(key)) {
+        if (!key.repeat) Quit();
+        return;
+    }
     Screen* top = Top();
     if (!top || pending_) return;
-    drop_text_ = top->Key(key) && key.key == Key::Character;
+    const bool types = key.key == Key::Character && !key.with.control && !key.with.alt;
+    drop_text_ = top->Key(key) && types;
 }
 
 // The letter that answered a dialog must not be typed into the editor beneath it.

@@ -85,6 +85,11 @@ bool Pressables::Release(Point at) {
     return true;
 }
 
+void Pressables::LetGo() {
+    pressed_.reset();
+    dragging_ = nullptr;
+}
+
 bool Pressables::Wheel(Point at, int steps, const Modifiers& with) {
     pointer_ = at;
     const Pressable* entry =

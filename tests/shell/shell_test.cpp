@@ -6,6 +6,10 @@
 //     a unsaved cannot write x  what is true of the screen a, see Probe::Set()
 //     key F5                    as it comes, between two frames
 //     point 11,5                the pointer, nothing pressed
+//     hold 11,5 / let-go 11,5   its button goes down; and up
+//     idle 10                   seconds pass and no frame is due
+//     focus no / minimise / expose / resize 600x380
+//     set motion off            a setting, by its name in kSwitches
 //     log a covered, yes        what has happened since the step before it that asked
 //     ask Exit: Exit to DOS?    a question, its title's first word for yes; `ask-no` suggests no
 //     notice Shift 4: Welcome.
@@ -14,7 +18,8 @@
 //     exit                      the window is to close
 //     advance / draw            the next frame, up to its drawing; and drawn
 //     due 0.1 / changed no      when the next frame is, and whether there is a new one
-//     caret 3 / full yes / done no
+//     caret 3 / crt no / full yes / done no
+//     cells 80x25
 
 #include "shell/shell.h"
 
@@ -52,6 +57,7 @@ public:
     }
     bool Key(const zo::ui::KeyPress& key) override {
         log_ += name_ + " " + zo::ui::KeyName(key) + ", ";
+        if (!answer_.empty()) shell_.SetStatus(answer_);
         return uses_keys_;
     }
     bool Text(std::string_view utf8) override {
@@ -67,6 +73,7 @@ public:
         const std::string_view what = support::Cut(words, " ");
         if (what == "caret") caret_ = true;
         if (what == "uses-keys") uses_keys_ = true;
+        if (what == "answers") answer_ = words;
         if (what == "standing") standing_ = words;
         if (what == "unsaved") unsaved_ = words;
         if (what == "due-now") next_frame_ = 0;
@@ -77,6 +84,7 @@ private:
     std::string& log_;
     bool caret_ = false;
     bool uses_keys_ = false;
+    std::string answer_;  // shown at every key
     std::string standing_;
     std::string unsaved_;
     std::optional<double> next_frame_;
@@ -105,6 +113,18 @@ struct Stage {
         question.answered = [this](bool yes) { log += yes ? "yes, " : "no, "; };
         game.shell.Ask(std::move(question));
     }
+    void Point(const std::string& at, zo::ui::PointerAction action) {
+        zo::ui::PointerInput pointer = {.action = action, .button = 1, .with = {}};
+        REQUIRE(std::sscanf(at.c_str(), "%d,%d", &pointer.x, &pointer.y) == 2);
+        pointer.x *= 8;
+        pointer.y *= 16;
+        game.Handle(pointer);
+    }
+    void Resize(const std::string& size) {
+        zo::ui::WindowResized resized;
+        REQUIRE(std::sscanf(size.c_str(), "%dx%d", &resized.size.width, &resized.size.height) == 2);
+        game.shell.Handle(resized);
+    }
     void Notice(std::string_view words) {
         const std::string title(support::Cut(words, ": "));
         game.shell.Notice(title, std::string(words), [this] { log += "closed, "; });
@@ -121,6 +141,12 @@ std::string Words(unsigned count) {
     return words;
 }
 
+const std::map<std::string, bool Settings::*> kSwitches = {
+    {"motion", &Settings::motion},           {"crt", &Settings::crt},
+    {"full-screen", &Settings::full_screen}, {"modern", &Settings::modern_look},
+    {"large", &Settings::large_text},
+};
+
 using Deed = std::function<void(Stage&, const std::string&)>;
 
 const std::map<std::string, Deed> kDeeds = {
@@ -128,13 +154,29 @@ const std::map<std::string, Deed> kDeeds = {
     {"switch", [](Stage& s, const std::string& name) { s.game.shell.SwitchTo(s.Make(name)); }},
     {"a", [](Stage& s, const std::string& words) { s.a->Set(words); }},
     {"key", [](Stage& s, const std::string& name) { s.game.shell.Handle(fake::KeyNamed(name)); }},
-    {"point",
-     [](Stage& s, const std::string& at) {
-         zo::ui::PointerInput pointer;
-         REQUIRE(std::sscanf(at.c_str(), "%d,%d", &pointer.x, &pointer.y) == 2);
-         pointer.x *= 8;
-         pointer.y *= 16;
-         s.game.Handle(pointer);
+    {"point", [](Stage& s, const std::string& at) { s.Point(at, zo::ui::PointerAction::Move); }},
+    {"hold", [](Stage& s, const std::string& at) { s.Point(at, zo::ui::PointerAction::Press); }},
+    {"let-go",
+     [](Stage& s, const std::string& at) { s.Point(at, zo::ui::PointerAction::Release); }},
+    {"idle", [](Stage& s,
+                const std::string& seconds) { s.game.system.clock.seconds += std::stod(seconds); }},
+    {"focus",
+     [](Stage& s, const std::string& yes) {
+         s.game.shell.Handle(zo::ui::FocusChanged{yes == "yes"});
+     }},
+    {"minimise",
+     [](Stage& s, const std::string&) { s.game.shell.Handle(zo::ui::WindowMinimised{}); }},
+    {"expose", [](Stage& s, const std::string&) { s.game.shell.Handle(zo::ui::WindowExposed{}); }},
+    {"resize", &Stage::Resize},
+    {"set",
+     [](Stage& s, const std::string& value) {
+         std::string_view rest = value;
+         const auto field = kSwitches.at(std::string(support::Cut(rest, " ")));
+         s.game.shell.ChangeSettings([&](Settings& kept) { kept.*field = rest == "on"; });
+     }},
+    {"theme",
+     [](Stage& s, const std::string& name) {
+         s.game.shell.ChangeSettings([&](Settings& kept) { kept.theme = ThemeNamed(name); });
      }},
     {"ask", [](Stage& s, const std::string& words) { s.Ask(words, false); }},
     {"ask-no", [](Stage& s, const std::string& words) { s.Ask(words, true); }},
@@ -163,6 +205,12 @@ const std::map<std::string, std::function<std::string(Stage&)>> kViews = {
      [](Stage& s) {
          const zo::ui::Caret caret = s.game.Draw().caret;
          return caret == zo::ui::Caret{} ? "none" : std::to_string(caret.x);
+     }},
+    {"crt", [](Stage& s) { return s.game.Draw().crt ? "yes" : "no"; }},
+    {"cells",
+     [](Stage& s) {
+         const zo::ui::Grid& grid = s.game.shell.Grid();
+         return std::to_string(grid.columns) + "x" + std::to_string(grid.rows);
      }},
     {"full", [](Stage& s) { return s.game.system.screen.full_screen ? "yes" : "no"; }},
     {"done", [](Stage& s) { return s.game.shell.Done() ? "yes" : "no"; }},

@@ -79,17 +79,20 @@ struct PointerInput {
     Modifiers with = {};
 };
 
+// The window's size, or the scale of the display that it stands on, is another.
 struct WindowResized {
     PixelSize size;
+    float display_scale = 1;
 };
-struct WindowExposed {};  // the picture must be presented again
+struct WindowExposed {};    // the picture can be seen, and must be presented again
+struct WindowMinimised {};  // it cannot be seen until the window is exposed
 struct FocusChanged {
     bool active = false;
 };
 struct CloseRequested {};
 
 using InputEvent = std::variant<KeyPress, TextInput, PointerInput, WindowResized, WindowExposed,
-                                FocusChanged, CloseRequested>;
+                                WindowMinimised, FocusChanged, CloseRequested>;
 
 // A key's name as the key bar writes it: "F5", "Ctrl+S", "Alt+X", "PgUp".
 std::string KeyName(const KeyPress& key);

@@ -38,6 +38,8 @@ struct Settings {
 
     // Who opens every ticket without a word on coaching needs none.
     bool Coaches() const { return coaching.value_or(!open_all); }
+    // Whether the monitor is a tube, the only kind that has CRT effects: amber or green.
+    bool HasTube() const { return !modern_look && (theme == 1 || theme == 2); }
 };
 
 std::filesystem::path SettingsPath(const std::filesystem::path& data_folder);

@@ -77,8 +77,8 @@ public:
     void Handle(const zo::ui::InputEvent& event);
     // Commits a pending switch and lets the screens move on. Before each frame.
     void Advance();
-    // Whether the picture may differ from the one drawn last.
-    bool NeedsDraw() const { return redraw_; }
+    // Whether the picture may differ from the one drawn last, and can be seen.
+    bool NeedsDraw() const { return (redraw_ || caret_due_) && !minimised_; }
     const zo::ui::Frame& Draw();
     // Seconds until the next frame that is due by itself; negative when none is.
     double SecondsToNextFrame() const;
@@ -162,14 +162,17 @@ private:
     void WriteProgress();
     void CountPlayTime();
     void ApplySettings();
+    void UpdateScreens();
     void CommitSwitch();
-    std::optional<double> NextFrameAt() const;
+    std::optional<double> NextScreenFrameAt() const;
+    void HandleFocus(bool active);
     void HandleKey(const zo::ui::KeyPress& key);
     void HandleText(const std::string& utf8);
     void HandlePointer(const zo::ui::PointerInput& pointer);
     zo::ui::Point CellAt(int x, int y) const;
     void RebuildGrid();
     void StackChanged();
+    void DrawPicture();
     void DrawScreens(zo::ui::Canvas& canvas);
     void DescribeFrame();
     void DrawBars(zo::ui::Canvas& canvas);
@@ -203,10 +206,14 @@ private:
     zo::ui::GridRequest request_;
     zo::ui::Frame frame_;
     double now_ = 0;
+    zo::ui::Caret caret_;     // as the screen drew it last, on or off
     double caret_since_ = 0;  // when the caret's blinking was started anew
     double next_blink_ = 0;
     bool caret_blinks_ = false;
+    bool caret_due_ = false;  // nothing else has changed
     bool hold_caret_ = false;
+    bool focused_ = true;
+    bool minimised_ = false;
     bool redraw_ = true;
 };
 
