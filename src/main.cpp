@@ -20,7 +20,7 @@ public:
     }
     zo::platform::Clock& SystemClock() override { return clock_; }
     base::Disk& SystemDisk() override { return disk_; }
-    std::filesystem::path DataFolder() override { return zo::platform::UserDataFolder(disk_); }
+    std::filesystem::path DataFolder() override { return zo::platform::UserDataFolder(); }
     std::filesystem::path TemporaryFolder() override {
         return zo::platform::SystemTemporaryFolder();
     }

@@ -51,19 +51,24 @@ void TurnAway(Shell& shell) {
 
 int RunWindow(const LaunchOptions& options, const kp::Content& content,
               zo::platform::System& system) {
+    base::Disk& disk = system.SystemDisk();
+    const std::filesystem::path data_folder = system.DataFolder();
+    // Read ahead of the shell, so that the window comes up in its size.
+    const bool full_screen = !options.windowed && LoadSettings(disk, data_folder).full_screen;
     const base::Result<std::unique_ptr<zo::platform::Window>> window =
-        system.OpenWindow({.title = kTitle, .size = options.size, .full_screen = false});
+        system.OpenWindow({.title = kTitle, .size = options.size, .full_screen = full_screen});
     if (!window) {
         std::fprintf(stderr, "%s\n", window.Message().c_str());
         return 1;
     }
-    const std::filesystem::path data_folder = system.DataFolder();
-    const auto lock = system.SystemDisk().Lock(data_folder / "lock");
+    // A folder that cannot be made is found out by the first save, which says so.
+    (void)disk.MakeFolders(data_folder);
+    const auto lock = disk.Lock(data_folder / "lock");
     // Where the system has no locks the game is played without one.
     const bool alone = !lock || *lock != nullptr;
     Shell shell({.content = content,
                  .clock = system.SystemClock(),
-                 .disk = system.SystemDisk(),
+                 .disk = disk,
                  .window = window->get(),
                  .data_folder = data_folder,
                  .nine_wide_face = system.HasNineWideFace(),

@@ -6,28 +6,7 @@
 #include <memory>
 
 namespace zo::platform {
-namespace {
-
 namespace fs = std::filesystem;
-
-#ifdef _WIN32
-fs::path FolderOfUser() {
-    const std::unique_ptr<char, decltype(&SDL_free)> path(SDL_GetPrefPath("", "Vantor Kest"),
-                                                          SDL_free);
-    return path ? fs::u8path(path.get()) : fs::path("Vantor Kest");
-}
-#else
-// A relative path in XDG_DATA_HOME is to be taken as if it were not set.
-fs::path FolderOfUser() {
-    constexpr const char* kName = "vantor-kest";
-    const fs::path data = EnvironmentVariable("XDG_DATA_HOME").value_or("");
-    if (data.is_absolute()) return data / kName;
-    const fs::path home = EnvironmentVariable("HOME").value_or("");
-    return (home.is_absolute() ? home : fs::path("/")) / ".local" / "share" / kName;
-}
-#endif
-
-}  // namespace
 
 std::optional<std::string> EnvironmentVariable(const char* name) {
     const char* const value = std::getenv(name);
@@ -35,12 +14,22 @@ std::optional<std::string> EnvironmentVariable(const char* name) {
     return value;
 }
 
-// A folder that cannot be made is found out by the first save, which says so.
-fs::path UserDataFolder(base::Disk& disk) {
-    fs::path folder = FolderOfUser();
-    static_cast<void>(disk.MakeFolders(folder));
-    return folder;
+#ifdef _WIN32
+fs::path UserDataFolder() {
+    const std::unique_ptr<char, decltype(&SDL_free)> path(SDL_GetPrefPath("", "Vantor Kest"),
+                                                          SDL_free);
+    return path ? fs::u8path(path.get()) : fs::path("Vantor Kest");
 }
+#else
+// A relative path in XDG_DATA_HOME is to be taken as if it were not set.
+fs::path UserDataFolder() {
+    constexpr const char* kName = "vantor-kest";
+    const fs::path data = EnvironmentVariable("XDG_DATA_HOME").value_or("");
+    if (data.is_absolute()) return data / kName;
+    const fs::path home = EnvironmentVariable("HOME").value_or("");
+    return (home.is_absolute() ? home : fs::path("/")) / ".local" / "share" / kName;
+}
+#endif
 
 fs::path SystemTemporaryFolder() {
     std::error_code error;

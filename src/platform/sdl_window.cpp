@@ -47,6 +47,7 @@ public:
         SDL_SetHint(SDL_HINT_WINDOWS_DPI_AWARENESS, "permonitorv2");
         SDL_SetHint(SDL_HINT_VIDEO_MINIMIZE_ON_FOCUS_LOSS, "0");
         SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
+        SDL_SetHint(SDL_HINT_WINDOWS_NO_CLOSE_ON_ALT_F4, "1");  // the program answers it, once
         // A window's surface is shared memory; a renderer behind it would cost a graphics context.
         SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
         started_ = StartVideo();
@@ -117,7 +118,9 @@ void SdlWindow::SetFullScreen(bool on) {
     SDL_SetWindowFullscreen(window_.get(), on ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
 }
 
+// A new window stays hidden until it has something to show, so that it never flashes up empty.
 void SdlWindow::Show(const ui::Frame& frame) {
+    if ((SDL_GetWindowFlags(window_.get()) & SDL_WINDOW_HIDDEN) != 0) SDL_ShowWindow(window_.get());
     SDL_Surface* const surface = SDL_GetWindowSurface(window_.get());
     if (surface == nullptr) return;  // the window is just changing; an expose event follows
     const ui::PixelSize size = {surface->w, surface->h};
@@ -166,9 +169,11 @@ std::optional<ui::InputEvent> SdlWindow::NextEvent(double timeout_seconds) {
         }
         std::optional<ui::InputEvent> input = input_.Translate(event);
         if (!input) continue;
-        const bool lost = std::holds_alternative<ui::WindowExposed>(*input) ||
-                          std::holds_alternative<ui::WindowResized>(*input);
-        present_all_ = present_all_ || lost;
+        if (std::holds_alternative<ui::WindowResized>(*input)) {
+            input = ui::WindowResized{Size(), DisplayScale()};
+            present_all_ = true;
+        }
+        if (std::holds_alternative<ui::WindowExposed>(*input)) present_all_ = true;
         return input;
     }
 }
@@ -193,12 +198,14 @@ base::Result<std::unique_ptr<Window>> OpenSdlWindow(const WindowOptions& options
         return base::Failure{
             "There is no display to open a window on. lc1 and --capture work without one."};
     }
-    const Uint32 flags =
-        SDL_WINDOW_RESIZABLE | (options.full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
+    constexpr ui::PixelSize kLeast = {320, 240};
+    const Uint32 flags = SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE |
+                         (options.full_screen ? SDL_WINDOW_FULLSCREEN_DESKTOP : 0);
     WindowHandle window(SDL_CreateWindow(options.title.c_str(), SDL_WINDOWPOS_CENTERED,
                                          SDL_WINDOWPOS_CENTERED, options.size.width,
                                          options.size.height, flags));
     if (!window) return base::Failure{std::string("The window did not open: ") + SDL_GetError()};
+    SDL_SetWindowMinimumSize(window.get(), kLeast.width, kLeast.height);
     return std::unique_ptr<Window>(
         std::make_unique<SdlWindow>(std::move(video), std::move(window), std::move(painter)));
 }

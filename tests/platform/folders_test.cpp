@@ -28,10 +28,8 @@ private:
 
 }  // namespace
 
-TEST_CASE("the player's folder is where the environment says, and is made") {
+TEST_CASE("the player's folder is where the environment says") {
     const fs::path root = fs::temp_directory_path() / "vantor-kest-folders-test";
-    fs::remove_all(root);
-    base::SystemDisk disk;
     const struct {
         std::string home, data;
         const char* folder;
@@ -43,13 +41,11 @@ TEST_CASE("the player's folder is where the environment says, and is made") {
     for (const auto& c : cases) {
         const Setting home("HOME", c.home.c_str());
         const Setting data("XDG_DATA_HOME", c.data.c_str());
-        CHECK(zo::platform::UserDataFolder(disk) == root / c.folder);
-        CHECK(fs::is_directory(root / c.folder));
+        CHECK(zo::platform::UserDataFolder() == root / c.folder);
     }
     {
         const Setting home("HOME", (root / "other").c_str());
         const Setting data("XDG_DATA_HOME", nullptr);
-        CHECK(zo::platform::UserDataFolder(disk) == root / "other/.local/share/vantor-kest");
+        CHECK(zo::platform::UserDataFolder() == root / "other/.local/share/vantor-kest");
     }
-    fs::remove_all(root);
 }

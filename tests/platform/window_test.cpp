@@ -37,9 +37,11 @@ private:
 
 std::unique_ptr<zo::platform::Window> OpenWindow(int& paints) {
     SDL_SetHint(SDL_HINT_VIDEODRIVER, "dummy");
-    auto window = zo::platform::OpenSdlWindow({.title = "Vantor Kest", .size = {320, 200}},
+    auto window = zo::platform::OpenSdlWindow({.title = "Vantor Kest", .size = {640, 400}},
                                               std::make_unique<PlainPainter>(paints));
     REQUIRE_MESSAGE(window, window.Message());
+    (*window)->Show({});  // it comes up with its first frame
+    paints = 0;
     while ((*window)->NextEvent(0)) continue;
     return std::move(*window);
 }
@@ -146,7 +148,7 @@ TEST_CASE("the wheel turned sideways is the wheel with Shift") {
 TEST_CASE("a window shows, waits no longer than asked, and closes when told to") {
     int paints = 0;
     const auto window = OpenWindow(paints);
-    CHECK(window->Size() == zo::ui::PixelSize{320, 200});
+    CHECK(window->Size() == zo::ui::PixelSize{640, 400});
     zo::ui::Frame frame;
     window->Show(frame);
     window->Show(frame);

@@ -14,7 +14,8 @@
 
 namespace zo::platform {
 
-// A window that shows frames. It presents only what differs from the frame shown before.
+// A window that shows frames, up from the first of them on. It presents only what differs from the
+// frame shown before.
 class Window {
 public:
     virtual ~Window() = default;
@@ -52,7 +53,7 @@ public:
     virtual base::Result<std::unique_ptr<Window>> OpenWindow(const WindowOptions& options) = 0;
     virtual Clock& SystemClock() = 0;
     virtual base::Disk& SystemDisk() = 0;
-    virtual std::filesystem::path DataFolder() = 0;       // per user; made when it is missing
+    virtual std::filesystem::path DataFolder() = 0;       // per user; may be missing
     virtual std::filesystem::path TemporaryFolder() = 0;  // the system's
     virtual std::optional<std::string> Environment(const char* name) = 0;
     virtual bool HasNineWideFace() = 0;
