@@ -8,87 +8,65 @@ namespace base {
 namespace {
 
 struct Word {
-    std::string_view text;
+    LineRange at;
     int cells;
 };
 
 std::vector<Word> SplitWords(std::string_view text) {
     std::vector<Word> words;
-    while (true) {
-        const std::size_t from = text.find_first_not_of(' ');
+    for (std::size_t end = 0;;) {
+        const std::size_t from = text.find_first_not_of(' ', end);
         if (from == std::string_view::npos) return words;
-        const std::size_t end = std::min(text.find(' ', from), text.size());
-        const std::string_view word = text.substr(from, end - from);
-        words.push_back({word, static_cast<int>(CodePoints(word))});
-        text.remove_prefix(end);
+        end = std::min(text.find(' ', from), text.size());
+        words.push_back({{from, end}, static_cast<int>(CodePoints(text.substr(from, end - from)))});
     }
 }
 
-// Fills lines word by word; `line` is the one being filled.
-class Filler {
-public:
-    explicit Filler(int width) : width_(width) {}
+std::size_t Advance(std::string_view text, std::size_t at, int cells) {
+    while (cells-- > 0) NextCodePoint(text, at);
+    return at;
+}
 
-    void Add(const Word& word) {
-        if (cells_ > 0 && cells_ + 1 + word.cells <= width_) {
-            line_ += ' ';
-            line_ += word.text;
-            cells_ += 1 + word.cells;
-            return;
+// Takes the text's words line by line.
+std::vector<LineRange> Fill(std::string_view text, const std::vector<Word>& words, int width) {
+    std::vector<LineRange> lines;
+    int cells = 0;  // of the last line
+    for (Word word : words) {
+        const int gap = lines.empty() ? width : static_cast<int>(word.at.from - lines.back().to);
+        if (cells + gap + word.cells <= width) {
+            lines.back().to = word.at.to;
+            cells += gap + word.cells;
+            continue;
         }
-        if (cells_ > 0) EndLine();
-        AddCells(word);
-    }
-
-    std::vector<std::string> Finish() {
-        if (cells_ > 0 || lines_.empty()) EndLine();
-        return std::move(lines_);
-    }
-
-private:
-    void AddCells(const Word& word) {
-        if (word.cells <= width_) {
-            line_ = word.text;
-            cells_ = word.cells;
-            return;
+        while (word.cells > width) {
+            const std::size_t cut = Advance(text, word.at.from, width);
+            lines.push_back({word.at.from, cut});
+            word = {{cut, word.at.to}, word.cells - width};
         }
-        for (std::size_t at = 0; at < word.text.size();) {
-            const std::size_t from = at;
-            NextCodePoint(word.text, at);
-            if (cells_ == width_) EndLine();
-            line_ += word.text.substr(from, at - from);
-            ++cells_;
-        }
+        lines.push_back(word.at);
+        cells = word.cells;
     }
+    if (lines.empty()) lines.emplace_back();
+    return lines;
+}
 
-    void EndLine() {
-        lines_.push_back(std::move(line_));
-        line_.clear();
-        cells_ = 0;
-    }
-
-    int width_;
-    int cells_ = 0;
-    std::string line_;
-    std::vector<std::string> lines_;
-};
-
-std::vector<std::string> Fill(const std::vector<Word>& words, int width) {
-    Filler filler(width);
-    for (const Word& word : words) filler.Add(word);
-    return filler.Finish();
+std::vector<std::string> Cut(std::string_view text, const std::vector<LineRange>& lines) {
+    std::vector<std::string> cut;
+    for (const LineRange& line : lines)
+        cut.emplace_back(text.substr(line.from, line.to - line.from));
+    return cut;
 }
 
 }  // namespace
 
-std::vector<std::string> WrapPlain(std::string_view text, int width) {
-    return Fill(SplitWords(text), std::max(width, 1));
+std::vector<LineRange> BreakPlain(std::string_view text, int width) {
+    return Fill(text, SplitWords(text), std::max(width, 1));
 }
 
-std::vector<std::string> WrapEven(std::string_view text, int width) {
+std::vector<LineRange> BreakEven(std::string_view text, int width) {
     const std::vector<Word> words = SplitWords(text);
     width = std::max(width, 1);
-    const std::size_t lines = Fill(words, width).size();
+    const std::size_t lines = Fill(text, words, width).size();
     int least = 1;
     for (const Word& word : words) least = std::max(least, std::min(word.cells, width));
     // The line count never grows with the width, so the smallest width is found by halving.
@@ -96,13 +74,21 @@ std::vector<std::string> WrapEven(std::string_view text, int width) {
     int high = width;
     while (low < high) {
         const int middle = low + (high - low) / 2;
-        if (Fill(words, middle).size() <= lines) {
+        if (Fill(text, words, middle).size() <= lines) {
             high = middle;
         } else {
             low = middle + 1;
         }
     }
-    return Fill(words, low);
+    return Fill(text, words, low);
+}
+
+std::vector<std::string> WrapPlain(std::string_view text, int width) {
+    return Cut(text, BreakPlain(text, width));
+}
+
+std::vector<std::string> WrapEven(std::string_view text, int width) {
+    return Cut(text, BreakEven(text, width));
 }
 
 }  // namespace base
