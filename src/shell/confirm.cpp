@@ -1,8 +1,6 @@
 #include "shell/confirm.h"
 
-#include <algorithm>
-
-#include "base/wrap.h"
+#include "base/utf.h"
 #include "shell/shell.h"
 
 namespace Kest {
@@ -11,15 +9,15 @@ namespace {
 using zo::ui::Canvas;
 using zo::ui::Key;
 using zo::ui::KeyPress;
-using zo::ui::Rect;
 using zo::ui::Role;
 
 constexpr int kWidth = 46;
 constexpr int kWideWidth = 56;
-constexpr std::size_t kWideFrom = 120;  // bytes of a message above which the dialog is wide
-constexpr int kAround = 6;              // rows of the box that hold no message
-constexpr int kSides = 6;               // columns of it
-constexpr int kRowsKept = 11;           // rows of the screen that a message leaves
+constexpr std::size_t kMostForNarrow = 120;  // characters of a message
+
+int WidthFor(std::string_view message) {
+    return base::CodePoints(message) > kMostForNarrow ? kWideWidth : kWidth;
+}
 
 constexpr zo::ui::KeyItem kQuestionKeys[] = {
     {.cap = "←→", .word = "Choose"},
@@ -31,29 +29,22 @@ constexpr zo::ui::KeyItem kNoticeKeys[] = {{.key = {.key = Key::Enter}, .word = 
 }  // namespace
 
 ConfirmDialog::ConfirmDialog(Shell& shell, Contents contents)
-    : Screen(shell), contents_(std::move(contents)) {
-    width_ = contents_.message.size() > kWideFrom ? kWideWidth : kWidth;
-    lines_ = base::WrapEven(contents_.message, width_ - kSides);
+    : Screen(shell),
+      contents_(std::move(contents)),
+      dialog_(contents_.title,
+              {{.text = contents_.message, .role = Role::Dialog, .wrap = zo::ui::Wrap::Even}},
+              {.width = WidthFor(contents_.message)}) {
+    dialog_.text.copy = [this](const std::string& text) { shell_.SetClipboardText(text); };
     std::vector<zo::ui::ButtonRow::Item> items;
     for (int button = 0; button < static_cast<int>(contents_.buttons.size()); ++button) {
         items.push_back({.label = contents_.buttons[static_cast<std::size_t>(button)],
                          .act = [this, button] { Answer(button); }});
     }
-    buttons_.Set(std::move(items), contents_.focused);
+    dialog_.buttons.Set(std::move(items), contents_.focused);
 }
 
 void ConfirmDialog::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
-    const int total = static_cast<int>(lines_.size());
-    const int shown = std::min(total, canvas.Rows() - kRowsKept);
-    scroll_.Measure(total, shown);
-    const Rect box = zo::ui::OverlayRect(canvas.Columns(), canvas.Rows(), width_, shown + kAround);
-    DrawOverlay(canvas, box, contents_.title);
-    for (int row = 0; row < shown; ++row) {
-        canvas.Text(box.x + kSides / 2, box.y + 2 + row,
-                    lines_[static_cast<std::size_t>(scroll_.Top() + row)], Role::Dialog);
-    }
-    scroll_.Draw(canvas, pressables, box);
-    buttons_.Draw(canvas, pressables, {box.x + 1, box.Bottom() - 3, box.width - 2, 1});
+    dialog_.Draw(canvas, pressables);
 }
 
 void ConfirmDialog::DescribeFrame(FrameRecord& record) const {
@@ -70,7 +61,7 @@ bool ConfirmDialog::Key(const KeyPress& key) {
         Answer(static_cast<int>(contents_.buttons.size()) - 1);
         return true;
     }
-    return buttons_.Key(key) || scroll_.Key(key);
+    return dialog_.Key(key);
 }
 
 // Closed first, so that the answer may open the next screen.

@@ -91,6 +91,11 @@ int DrawMode(Canvas& canvas, const Rect& row, std::string_view mode) {
     return canvas.Text(x + 1, row.y, "│ ", Role::Status);
 }
 
+// An alert's message begins with its sign, which stands on a ground of its own.
+void DrawAlertChip(Canvas& canvas, int x, int y) {
+    canvas.Tint({x - 1, y, 3, 1}, Role::ChipWarn);
+}
+
 void DrawOneRow(Canvas& canvas, const Rect& row, const StatusLine& line, std::string_view message,
                 std::string_view right) {
     const Role role = line.alert ? Role::StatusAlert : Role::Status;
@@ -106,6 +111,7 @@ void DrawOneRow(Canvas& canvas, const Rect& row, const StatusLine& line, std::st
         end = field.x - 2;
     }
     canvas.Field({x, row.y, std::min(Cells(message), end - x), 1}, message, role);
+    if (line.alert) DrawAlertChip(canvas, x, row.y);
 }
 
 // A message that does not fit its row takes the rows above it too.
@@ -124,6 +130,7 @@ void DrawTall(Canvas& canvas, const Rect& row, const StatusLine& line, std::stri
     for (int k = 0; k < count; ++k) {
         canvas.Text(x, top + k, lines[static_cast<std::size_t>(k)], role);
     }
+    if (line.alert) DrawAlertChip(canvas, x, top);
 }
 
 }  // namespace

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
-#include "base/utf.h"
+#include "ui/key_grammar.h"
 
 namespace zo::ui {
 namespace {
+
+constexpr int kBetween = 2;  // cells between the buttons of a row
 
 struct ButtonGlyphs {
     char32_t left, right;
@@ -34,19 +36,11 @@ const ButtonLook& LookOf(const Button& button, const Rect& area, const Pressable
 }
 
 // A button on an overlay stands a little above it in the classic look, until it is pressed.
-void DrawButtonShadow(Canvas& canvas, const Pressables& pressables, const Rect& area) {
-    if (canvas.CurrentLook() != Look::Classic || pressables.Held(area)) return;
+void DrawShadow(Canvas& canvas, const Rect& area) {
     canvas.PutShadow(area.Right(), area.y, U'▄', Role::Dialog);
-    for (int x = area.x + 1; x <= area.Right(); ++x)
+    for (int x = area.x + 1; x <= area.Right(); ++x) {
         canvas.PutShadow(x, area.y + 1, U'▀', Role::Dialog);
-}
-
-char32_t LowerCase(char32_t c) {
-    return c >= U'A' && c <= U'Z' ? c - U'A' + U'a' : c;
-}
-
-bool IsLetter(const KeyPress& key) {
-    return key.key == Key::Character && !key.with.control;
+    }
 }
 
 }  // namespace
@@ -64,6 +58,8 @@ int DrawButton(Canvas& canvas, Pressables& pressables, Point at, const Button& b
     canvas.Put(area.x, area.y, look.glyphs.left, look.ends);
     canvas.Text(area.x + pad, area.y, Label(button.label), look.role, look.hot);
     canvas.Put(area.Right() - 1, area.y, look.glyphs.right, look.ends);
+    const bool raised = button.form == ButtonForm::Wide && &look != &kHeld;
+    if (raised && canvas.CurrentLook() == Look::Classic) DrawShadow(canvas, area);
     Pressable& entry = pressables.Add(area, button.hint);
     if (button.enabled) entry.act = std::move(act);
     return area.Right();
@@ -79,31 +75,27 @@ std::string_view ButtonRow::FocusedHint() const {
 }
 
 bool ButtonRow::Key(const KeyPress& key) {
-    const int last = static_cast<int>(items_.size()) - 1;
-    const int step = key.with.shift ? last : 1;
-    switch (key.key) {
-        case Key::Left:
-            focused_ = std::max(focused_ - 1, 0);
-            return true;
-        case Key::Right:
-            focused_ = std::min(focused_ + 1, last);
-            return true;
-        case Key::Tab:
-            focused_ = (focused_ + step) % (last + 1);
-            return true;
-        case Key::Enter:
-            Act(focused_);
-            return true;
-        default:
-            break;
+    const int count = static_cast<int>(items_.size());
+    if (const int step = StepOf(key); step != 0) {
+        focused_ = std::clamp(focused_ + step, 0, count - 1);
+        return true;
     }
-    if (!IsLetter(key)) return false;
-    if (key.character == U' ') {
+    if (const int step = TabStepOf(key); step != 0) {
+        focused_ = (focused_ + count + step) % count;
+        return true;
+    }
+    if (key.Is(Key::Enter)) {
         Act(focused_);
         return true;
     }
-    for (int index = 0; index <= last; ++index) {
-        if (HotkeyOf(index) != key.character) continue;
+    const char32_t letter = LetterOf(key);
+    if (letter == 0) return false;
+    if (letter == U' ') {
+        Act(focused_);
+        return true;
+    }
+    for (int index = 0; index < count; ++index) {
+        if (HotkeyOf(index) != letter) continue;
         Act(index);
         return true;
     }
@@ -113,9 +105,7 @@ bool ButtonRow::Key(const KeyPress& key) {
 char32_t ButtonRow::HotkeyOf(int index) const {
     const std::string& label = items_[static_cast<std::size_t>(index)].label;
     const char32_t marked = Label(label).Hotkey();
-    if (marked != 0 || label.empty()) return marked;
-    std::size_t at = 0;
-    return LowerCase(base::NextCodePoint(label, at));
+    return marked != 0 ? marked : FirstLetter(label);
 }
 
 // The act may replace the row, so it runs from a copy.
@@ -124,19 +114,19 @@ void ButtonRow::Act(int index) {
     act();
 }
 
-void ButtonRow::Draw(Canvas& canvas, Pressables& pressables, const Rect& row) {
-    constexpr int kBetween = 2;
+int ButtonRow::Cells() const {
     int cells = -kBetween;
     for (const Item& item : items_) cells += ButtonCells({.label = item.label}) + kBetween;
-    int x = row.x + (row.width - cells) / 2;
+    return cells;
+}
+
+void ButtonRow::Draw(Canvas& canvas, Pressables& pressables, const Rect& row, ButtonForm form) {
+    Point at = {row.x + (row.width - Cells()) / 2, row.y};
     for (int index = 0; index < static_cast<int>(items_.size()); ++index) {
         const Item& item = items_[static_cast<std::size_t>(index)];
         const Button button = {
-            .label = item.label, .hint = item.hint, .focused = index == focused_};
-        const int end =
-            DrawButton(canvas, pressables, {x, row.y}, button, [this, index] { Act(index); });
-        DrawButtonShadow(canvas, pressables, {x, row.y, end - x, 1});
-        x = end + kBetween;
+            .label = item.label, .hint = item.hint, .form = form, .focused = index == focused_};
+        at.x = DrawButton(canvas, pressables, at, button, [this, index] { Act(index); }) + kBetween;
     }
 }
 

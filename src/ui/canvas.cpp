@@ -85,10 +85,16 @@ void Canvas::Tint(const Rect& area, Role role) {
 }
 
 int Canvas::Text(int x, int y, std::string_view utf8, Role role, Style style) {
+    const bool begins_inside = x < clip_.Right();
     for (std::size_t at = 0; at < utf8.size();) {
         Put(x++, y, base::NextCodePoint(utf8, at), role, style);
     }
+    if (begins_inside && x > clip_.Right()) PutMore(clip_.Right() - 1, y, role);
     return x;
+}
+
+void Canvas::PutMore(int x, int y, Role role) {
+    Put(x, y, U'»', role == Role::Panel ? Role::PanelDim : role);
 }
 
 int Canvas::TextRight(int right, int y, std::string_view utf8, Role role) {
@@ -103,11 +109,8 @@ int Canvas::Text(int x, int y, const Label& label, Role role, Role hot_role) {
 
 bool Canvas::Field(const Rect& row, std::string_view utf8, Role role) {
     Fill(row, U' ', role);
-    const bool fits = static_cast<int>(base::CodePoints(utf8)) <= row.width;
     const Clip clip(*this, row);
-    Text(row.x, row.y, utf8, role);
-    if (!fits) Put(row.Right() - 1, row.y, U'»', role == Role::Panel ? Role::PanelDim : role);
-    return fits;
+    return Text(row.x, row.y, utf8, role) <= row.Right();
 }
 
 void Canvas::Box(const Rect& area, Lines lines, Role role) {

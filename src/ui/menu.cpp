@@ -2,17 +2,10 @@
 
 #include <algorithm>
 
+#include "ui/key_grammar.h"
 #include "ui/pane.h"
 
 namespace zo::ui {
-namespace {
-
-bool IsLetter(const KeyPress& key) {
-    return key.key == Key::Character && !key.with.control;
-}
-
-}  // namespace
-
 void Menu::Set(std::vector<Item> items) {
     items_ = std::move(items);
     chosen_ = std::clamp(chosen_, 0, std::max(static_cast<int>(items_.size()) - 1, 0));
@@ -24,6 +17,7 @@ std::string_view Menu::ChosenHint() const {
 
 bool Menu::Key(const KeyPress& key) {
     const int count = static_cast<int>(items_.size());
+    if (count == 0) return false;
     switch (key.key) {
         case Key::Up:
             chosen_ = (chosen_ + count - 1) % count;
@@ -54,7 +48,8 @@ bool Menu::Key(const KeyPress& key) {
 
 bool Menu::Answers(const Item& item, const KeyPress& key) {
     if (!item.shortcut.empty() && KeyName(key) == item.shortcut) return true;
-    return IsLetter(key) && Label(item.label).Hotkey() == key.character;
+    const char32_t letter = LetterOf(key);
+    return letter != 0 && Label(item.label).Hotkey() == letter;
 }
 
 // The act may replace the items, so it runs from a copy.

@@ -1,59 +1,249 @@
 #include "ui/text_pane.h"
 
+#include <algorithm>
+
 #include "base/utf.h"
-#include "base/wrap.h"
+#include "ui/key_grammar.h"
 
 namespace zo::ui {
+namespace {
 
-void TextPane::Set(std::vector<Paragraph> paragraphs, Place place) {
-    paragraphs_ = std::move(paragraphs);
-    width_ = -1;
-    if (place == Place::FromTop) scroll_.To(0);
+constexpr int kSidewaysCells = 4;
+constexpr int kFoundMargin = 2;  // rows kept in sight around a found word
+
+char Lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-void TextPane::Layout(int width) {
-    if (width == width_) return;
-    width_ = width;
-    rows_.clear();
-    for (std::size_t k = 0; k < paragraphs_.size(); ++k) {
-        const Paragraph& paragraph = paragraphs_[k];
-        const int label = static_cast<int>(base::CodePoints(paragraph.label));
-        bool first = true;
-        for (std::string& text : base::WrapPlain(paragraph.text, std::max(width - label, 1))) {
-            rows_.push_back({k, first, std::move(text)});
-            first = false;
+std::string Lower(std::string_view text) {
+    std::string lower(text);
+    std::ranges::transform(lower, lower.begin(), [](char c) { return Lower(c); });
+    return lower;
+}
+
+}  // namespace
+
+void TextPane::Set(std::vector<Paragraph> paragraphs, Place place) {
+    layout_.Set(std::move(paragraphs));
+    links_.clear();
+    for (std::size_t k = 0; k < layout_.Paragraphs().size(); ++k) {
+        for (const TextLink& link : layout_.Paragraphs()[k].links) {
+            links_.push_back({{{k, link.from}, {k, link.to}}, &link});
         }
+    }
+    link_.reset();
+    found_.clear();
+    anchor_ = head_ = {};
+    if (place == Place::Keep) return;
+    scroll_.To(0);
+    left_ = 0;
+}
+
+int TextPane::Find(std::string_view words) {
+    found_.clear();
+    found_at_ = 0;
+    const std::string wanted = Lower(words);
+    if (wanted.empty()) return 0;
+    for (std::size_t k = 0; k < layout_.Paragraphs().size(); ++k) {
+        const std::string text = Lower(layout_.Paragraphs()[k].text);
+        for (std::size_t at = text.find(wanted); at != std::string::npos;
+             at = text.find(wanted, at + wanted.size())) {
+            found_.push_back({{k, at}, {k, at + wanted.size()}});
+        }
+    }
+    return static_cast<int>(found_.size());
+}
+
+int TextPane::ShowFound(int step) {
+    if (found_.empty()) return 0;
+    const std::size_t count = found_.size();
+    if (found_at_ == 0) {
+        found_at_ = step > 0 ? 1 : count;
+    } else {
+        found_at_ = (found_at_ - 1 + (step > 0 ? 1 : count - 1)) % count + 1;
+    }
+    scroll_.Reveal(layout_.RowOf(found_[found_at_ - 1].from), kFoundMargin);
+    return static_cast<int>(found_at_);
+}
+
+TextPane::Range TextPane::Selection() const {
+    return {std::min(anchor_, head_), std::max(anchor_, head_)};
+}
+
+bool TextPane::Key(const KeyPress& key) {
+    if (key.IsControl(U'a')) {
+        anchor_ = {};
+        head_ = layout_.End();
+        return true;
+    }
+    if (key.IsControl(U'c')) {
+        const Range selected = Selection();
+        if (selected.from == selected.to || !copy) return false;
+        copy(layout_.Text(selected.from, selected.to));
+        return true;
+    }
+    if (key.Is(Key::Enter)) {
+        if (!link_ || !IsInSight(*link_)) return false;
+        const std::function<void()> act = links_[*link_].link->act;
+        act();
+        return true;
+    }
+    if (key.Is(Key::Up) && StepLink(-1)) return true;
+    if (key.Is(Key::Down) && StepLink(1)) return true;
+    if (const int step = StepOf(key); step != 0) return ScrollSideways(step * kSidewaysCells);
+    return scroll_.Key(key);
+}
+
+bool TextPane::IsInSight(std::size_t link) const {
+    const int row = layout_.RowOf(links_[link].at.from);
+    return row >= scroll_.Top() && row < scroll_.Top() + scroll_.Shown();
+}
+
+// To the next link in sight; none is chosen by going up that was not reached by going down.
+bool TextPane::StepLink(int step) {
+    const bool here = link_ && IsInSight(*link_);
+    if (!here && step < 0) return false;
+    const std::size_t count = links_.size();
+    for (std::size_t k = here ? *link_ + static_cast<std::size_t>(step) : 0; k < count;
+         k += static_cast<std::size_t>(step)) {
+        if (!IsInSight(k)) {
+            if (here) return false;
+            continue;
+        }
+        link_ = k;
+        return true;
+    }
+    return false;
+}
+
+bool TextPane::ScrollSideways(int by) {
+    const int most = std::max(layout_.WidestKept() - area_.width, 0);
+    const int to = std::clamp(left_ + by, 0, most);
+    if (to == left_) return false;
+    left_ = to;
+    return true;
+}
+
+std::string_view TextPane::ChosenHint() const {
+    return link_ && IsInSight(*link_) ? std::string_view(links_[*link_].link->hint)
+                                      : std::string_view();
+}
+
+TextPlace TextPane::PlaceAt(Point at) const {
+    const int row = scroll_.Top() + at.y - area_.y;
+    if (row < 0 || row >= layout_.RowCount()) return layout_.PlaceAt(row, 0);
+    const TextLayout::Row& found = layout_.Rows()[static_cast<std::size_t>(row)];
+    const bool kept = layout_.ParagraphOf(found).wrap == Wrap::Kept;
+    return layout_.PlaceAt(row, at.x - area_.x - found.indent + (kept ? left_ : 0));
+}
+
+void TextPane::SelectWord(const TextPlace& at) {
+    const std::string& text = layout_.Paragraphs()[at.paragraph].text;
+    const std::size_t before = at.byte == 0 ? std::string::npos : text.rfind(' ', at.byte - 1);
+    anchor_ = {at.paragraph, before == std::string::npos ? 0 : before + 1};
+    head_ = {at.paragraph, std::min(text.find(' ', at.byte), text.size())};
+}
+
+void TextPane::Press(const PointerPress& press) {
+    if (layout_.Rows().empty()) return;
+    const TextPlace at = PlaceAt(press.at);
+    if (press.clicks == 2) {
+        SelectWord(at);
+    } else if (press.clicks == 3) {
+        anchor_ = {at.paragraph, 0};
+        head_ = {at.paragraph, layout_.Paragraphs()[at.paragraph].text.size()};
+    } else {
+        head_ = at;
+        if (!press.with.shift) anchor_ = at;
     }
 }
 
-void TextPane::Draw(Canvas& canvas, Pressables& pressables, const Rect& pane) {
+// Above and below the pane the text scrolls under the pointer.
+void TextPane::Drag(Point to) {
+    if (to.y < area_.y) scroll_.By(-1);
+    if (to.y >= area_.Bottom()) scroll_.By(1);
+    head_ = PlaceAt({to.x, std::clamp(to.y, area_.y, area_.Bottom() - 1)});
+}
+
+int TextPane::RowsIn(int width) {
+    layout_.Break(std::min(width, kMeasure));
+    return layout_.RowCount();
+}
+
+void TextPane::Draw(Canvas& canvas, Pressables& pressables, const Rect& pane, bool focused) {
     const Rect inner = pane.Inner();
-    const int width = std::min(inner.width - 2, kMeasure);
-    if (width < 1 || inner.height < 1) return;
-    Layout(width);
-    scroll_.Measure(static_cast<int>(rows_.size()), inner.height);
-    const int end = std::min(scroll_.Top() + inner.height, static_cast<int>(rows_.size()));
+    Draw(canvas, pressables, {inner.x + 1, inner.y, inner.width - 2, inner.height}, pane, focused);
+}
+
+void TextPane::Draw(Canvas& canvas, Pressables& pressables, const Rect& text, const Rect& pane,
+                    bool focused) {
+    if (text.Empty()) return;
+    area_ = text;
+    scroll_.Measure(RowsIn(text.width), text.height);
+    Pressable& whole = pressables.Add(text);
+    whole.press = [this](const PointerPress& press) { Press(press); };
+    whole.drag = [this](Point to) { Drag(to); };
+    const int end = std::min(scroll_.Top() + text.height, layout_.RowCount());
     for (int row = scroll_.Top(); row < end; ++row) {
-        const int y = inner.y + row - scroll_.Top();
-        DrawRow(canvas, pressables, {inner.x + 1, y, inner.width - 2, 1},
-                rows_[static_cast<std::size_t>(row)]);
+        DrawRow(canvas, pressables, text.Row(row - scroll_.Top()),
+                layout_.Rows()[static_cast<std::size_t>(row)], focused);
     }
     scroll_.Draw(canvas, pressables, pane);
 }
 
-void TextPane::DrawRow(Canvas& canvas, Pressables& pressables, const Rect& at, const Row& row) {
-    const Paragraph& paragraph = paragraphs_[row.paragraph];
-    const Style style = paragraph.act ? Style::Underline : Style::Plain;
-    const int x = at.x + static_cast<int>(base::CodePoints(paragraph.label));
+const TextPane::Link* TextPane::LinkAt(const TextPlace& place) const {
+    for (const Link& link : links_) {
+        if (link.at.Holds(place)) return &link;
+    }
+    return nullptr;
+}
+
+// What claims a character, the strongest first.
+Role TextPane::RoleAt(const TextPlace& place, const Link* link, bool focused) const {
+    if (Selection().Holds(place)) return Role::EditSel;
+    for (const Range& range : found_) {
+        if (range.Holds(place)) return Role::Find;
+    }
+    if (link) return focused && link_ && link == &links_[*link_] ? Role::Sel : Role::Link;
+    const Paragraph& paragraph = layout_.Paragraphs()[place.paragraph];
+    for (const TextSpan& span : paragraph.spans) {
+        if (span.from <= place.byte && place.byte < span.to) return span.role;
+    }
+    return paragraph.role;
+}
+
+void TextPane::DrawRow(Canvas& canvas, Pressables& pressables, const Rect& at,
+                       const TextLayout::Row& row, bool focused) {
+    const Paragraph& paragraph = layout_.ParagraphOf(row);
     if (row.first) {
         canvas.Text(at.x, at.y, paragraph.label, paragraph.label_role);
         canvas.TextRight(at.Right(), at.y, paragraph.right, paragraph.label_role);
     }
-    const int end = canvas.Text(x, at.y, row.text, paragraph.role, style);
-    if (paragraph.act) {
-        pressables.Add({at.x, at.y, end - at.x, 1}, paragraph.hint).act =
-            [this, which = row.paragraph] { paragraphs_[which].act(); };
+    const Rect text = {at.x + row.indent, at.y, at.width - row.indent, 1};
+    const Canvas::Clip clip(canvas, text);
+    const int shift = paragraph.wrap == Wrap::Kept ? left_ : 0;
+    int x = text.x - shift;
+    int link_x = x;  // where the link that is being drawn began
+    const Link* before = nullptr;
+    const auto end_link = [&](const Link* next) {
+        if (next == before) return;
+        if (before) {
+            const Rect area = Intersect({link_x, at.y, x - link_x, 1}, text);
+            pressables.Add(area, before->link->hint).act = before->link->act;
+        }
+        before = next;
+        link_x = x;
+    };
+    for (std::size_t byte = row.at.from; byte < row.at.to; ++x) {
+        const TextPlace place = {row.paragraph, byte};
+        const Link* link = LinkAt(place);
+        end_link(link);
+        canvas.Put(x, at.y, base::NextCodePoint(paragraph.text, byte), RoleAt(place, link, focused),
+                   link ? Style::Underline : Style::Plain);
     }
+    end_link(nullptr);
+    if (shift > 0 && x > text.x) canvas.Put(text.x, at.y, U'«', Role::PanelDim);
+    if (x > text.Right()) canvas.Put(text.Right() - 1, at.y, U'»', Role::PanelDim);
 }
 
 }  // namespace zo::ui

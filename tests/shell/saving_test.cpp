@@ -130,7 +130,7 @@ TEST_CASE("progress is saved, and a failure stands until a save works") {
     game.system.disk.full = "No space left on device";
     game.shell.SaveProgress();
     CHECK(game.Row(22).starts_with(" ! Progress could not be saved: "));
-    CHECK(game.Draw().At(1, 22).role == zo::ui::Role::StatusAlert);
+    CHECK(game.Draw().At(3, 22).role == zo::ui::Role::StatusAlert);
     CHECK_FALSE(game.shell.SaveFailure().empty());
     game.system.disk.full.clear();
     game.shell.SaveProgress();

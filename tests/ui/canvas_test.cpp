@@ -16,7 +16,7 @@ TEST_CASE("a label gives its hotkey, and the tildes take no cells") {
     CHECK(Label("a ~ b").Cells() == 5);
 }
 
-TEST_CASE("drawing outside the clip is dropped, and a small grid keeps the least layout") {
+TEST_CASE("text that the edge cuts says so, and a small grid keeps the least layout") {
     Stage stage(20, 5);
     Canvas canvas = stage.Pen();
     CHECK(canvas.Columns() == 80);
@@ -25,7 +25,7 @@ TEST_CASE("drawing outside the clip is dropped, and a small grid keeps the least
     canvas.Text(-2, 2, "abcdef", Role::Panel);
     canvas.Box({15, 3, 40, 9}, Lines::Double, Role::FrameActive);
     CHECK(fake::Text(stage.frame) ==
-          "\n                 abc\ncdef\n               ╔════\n               ║\n");
+          "\n                 ab»\ncdef\n               ╔════\n               ║\n");
 }
 
 TEST_CASE("a field that does not fit ends in the more mark") {

@@ -78,24 +78,23 @@ TEST_CASE("a thumb follows the pointer that drags it") {
 TEST_CASE("a list keeps its chosen row in sight and opens it on a second click") {
     Stage stage;
     List list;
-    list.SetCount(9);
+    std::vector<ListRow> rows;
+    for (int k = 0; k < 9; ++k) rows.push_back({.cells = {{"row " + std::to_string(k)}}});
+    list.Set(std::move(rows));
     int opened = -1;
     list.open = [&] { opened = list.Chosen(); };
     const auto draw = [&] {
         Canvas canvas = stage.Pen();
         stage.pressables.Clear();
-        const auto row = [](Canvas& pen, const Rect& at, int index, Role role) {
-            pen.Text(at.x, at.y, "row " + std::to_string(index), role);
-        };
-        list.Draw(canvas, stage.pressables, {0, 0, 12, 6}, true, Role::Panel, row);
+        list.Draw(canvas, stage.pressables, {0, 0, 12, 6}, true);
         return fake::Text(stage.frame, {1, 1, 10, 4});
     };
-    CHECK(draw() == "►row 0\n row 1\n row 2\n row 3\n");
+    CHECK(draw() == "► row 0\n  row 1\n  row 2\n  row 3\n");
     list.Key(fake::KeyNamed("PgDn"));
-    CHECK(draw() == " row 1\n row 2\n►row 3\n row 4\n");
+    CHECK(draw() == "  row 1\n  row 2\n► row 3\n  row 4\n");
     list.Key(fake::KeyNamed("End"));
     list.Key(fake::KeyNamed("Down"));
-    CHECK(draw() == " row 5\n row 6\n row 7\n►row 8\n");
+    CHECK(draw() == "  row 5\n  row 6\n  row 7\n► row 8\n");
     stage.pressables.Press({.at = {3, 2}, .clicks = 2});
     CHECK(opened == 6);
 }

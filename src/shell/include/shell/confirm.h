@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "shell/screen.h"
-#include "ui/scroll.h"
 
 namespace Kest {
 
@@ -30,10 +29,7 @@ private:
     void Answer(int button);
 
     Contents contents_;
-    zo::ui::ButtonRow buttons_;
-    zo::ui::Scroll scroll_;
-    int width_ = 0;
-    std::vector<std::string> lines_;  // the message, wrapped
+    zo::ui::Dialog dialog_;
 };
 
 }  // namespace Kest

@@ -11,7 +11,7 @@
 namespace zo::ui {
 
 enum class ButtonForm : std::uint8_t {
-    Wide,     // in dialogs: "[ Cancel ]"
+    Wide,     // in dialogs: "[ Cancel ]", with a shadow under it in the classic look
     Flat,     // the same on a pane, where nothing casts a shadow
     Compact,  // in strips and frames: "[Reset]"
 };
@@ -40,8 +40,10 @@ public:
     // Left, Right, Tab, Enter, Space, the marked letters and, for labels without one, their first
     // letters.
     bool Key(const KeyPress& key);
-    // Centred in the row of an overlay.
-    void Draw(Canvas& canvas, Pressables& pressables, const Rect& row);
+    // Centred in the row of an overlay. Wide buttons take the row below for their shadow.
+    void Draw(Canvas& canvas, Pressables& pressables, const Rect& row,
+              ButtonForm form = ButtonForm::Wide);
+    int Cells() const;
     std::string_view FocusedHint() const;
 
 private:

@@ -34,13 +34,14 @@ public:
     // Gives cells another role and keeps their glyphs.
     void Tint(const Rect& area, Role role);
 
-    // These return the column behind what they drew.
+    // These return the column behind the text. Text that the clip cuts off ends in the more mark,
+    // so that it is never cut silently.
     int Text(int x, int y, std::string_view utf8, Role role, Style style = Style::Plain);
     int TextRight(int right, int y, std::string_view utf8, Role role);  // ends before `right`
     int Text(int x, int y, const Label& label, Role role, Role hot_role);
 
-    // A field of one row, padded with blanks. Text that does not fit ends in the more mark, and
-    // the result is false: the caller then offers the whole text elsewhere.
+    // A field of one row, padded with blanks. False when the text does not fit: the caller then
+    // offers the whole text elsewhere.
     bool Field(const Rect& row, std::string_view utf8, Role role);
 
     // The frame's lines alone.
@@ -69,6 +70,7 @@ public:
 private:
     Cell* CellAt(int x, int y);  // null outside the clip
     void Paint(Cell& cell, Role role) const;
+    void PutMore(int x, int y, Role role);
     void Scrim();
 
     Frame& frame_;

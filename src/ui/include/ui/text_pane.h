@@ -1,52 +1,80 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ui/scroll.h"
+#include "ui/text_layout.h"
 
 namespace zo::ui {
 
-// One paragraph of a text pane, wrapped to the pane's width.
-struct Paragraph {
-    std::string text = {};  // empty: an empty row
-    Role role = Role::Panel;
-    std::string label = {};  // before the first row; the rows after it are indented by its width
-    Role label_role = Role::PanelDim;
-    std::string right = {};  // at the right end of the first row
-    std::string hint = {};
-    std::function<void()> act = {};  // a link: underlined, pressed by pointer or Enter
-};
-
-// Text that wraps and scrolls: ticket prose, hints, notes, pages. Plain wrap, at most 84 columns
-// however wide the pane.
+// Text to read: ticket prose, hints, notes, pages. It wraps, scrolls, is selected and copied, and
+// holds links. It wraps at 84 columns at most, however wide the pane.
 class TextPane {
 public:
     static constexpr int kMeasure = 84;
 
-    // Keeps the place in the text when `keep_place` is set.
     enum class Place : std::uint8_t { FromTop, Keep };
     void Set(std::vector<Paragraph> paragraphs, Place place = Place::FromTop);
+    std::function<void(const std::string& utf8)> copy;  // into the clipboard
+    // Marks these words, in either case, wherever they stand; empty for none. Returns how many.
+    int Find(std::string_view words);
+    // Brings the next (1) or the previous (-1) of the found words into sight; its number, from 1.
+    int ShowFound(int step);
 
+    // Up and Down step through the links in sight and scroll; Left and Right scroll lines that do
+    // not wrap; PgUp, PgDn, Home, End; Enter opens the chosen link; Ctrl+A and Ctrl+C.
+    bool Key(const KeyPress& key);
+    Scroll& View() { return scroll_; }
+    std::string_view ChosenHint() const;  // of the chosen link
+
+    // The rows that the text takes in this width.
+    int RowsIn(int width);
     // The pane's frame is drawn already; the text goes inside it with a blank on each side, the
     // scrollbar into its right side.
-    void Draw(Canvas& canvas, Pressables& pressables, const Rect& pane);
-    bool Key(const KeyPress& key) { return scroll_.Key(key); }
-    Scroll& View() { return scroll_; }
+    void Draw(Canvas& canvas, Pressables& pressables, const Rect& pane, bool focused = false);
+    // The same where the text does not fill the pane.
+    void Draw(Canvas& canvas, Pressables& pressables, const Rect& text, const Rect& pane,
+              bool focused);
 
 private:
-    struct Row {
-        std::size_t paragraph;
-        bool first;  // of its paragraph
-        std::string text;
+    struct Range {
+        TextPlace from;
+        TextPlace to;
+        bool Holds(const TextPlace& place) const { return from <= place && place < to; }
     };
-    void Layout(int width);
-    void DrawRow(Canvas& canvas, Pressables& pressables, const Rect& at, const Row& row);
+    struct Link {
+        Range at;
+        const TextLink* link;  // of the layout's paragraphs
+    };
 
-    std::vector<Paragraph> paragraphs_;
-    std::vector<Row> rows_;
-    int width_ = -1;  // that rows_ were wrapped to; -1 when they must be wrapped again
+    Range Selection() const;
+    void SelectWord(const TextPlace& at);
+    void Press(const PointerPress& press);
+    void Drag(Point to);
+    TextPlace PlaceAt(Point at) const;
+
+    bool IsInSight(std::size_t link) const;
+    bool StepLink(int step);
+    bool ScrollSideways(int by);
+
+    void DrawRow(Canvas& canvas, Pressables& pressables, const Rect& at, const TextLayout::Row& row,
+                 bool focused);
+    const Link* LinkAt(const TextPlace& place) const;
+    Role RoleAt(const TextPlace& place, const Link* link, bool focused) const;
+
+    TextLayout layout_;
+    std::vector<Link> links_;
+    std::optional<std::size_t> link_;  // the chosen one
+    std::vector<Range> found_;
+    std::size_t found_at_ = 0;
+    TextPlace anchor_;  // the selection lies between these two
+    TextPlace head_;
+    Rect area_;     // of the text, as drawn last
+    int left_ = 0;  // the first cell in sight of lines that do not wrap
     Scroll scroll_;
 };
 
