@@ -10,6 +10,7 @@
 #include "game_content.h"
 #include "game_places.h"
 #include "shell/shell.h"
+#include "smoke.h"
 
 namespace Kest {
 namespace {
@@ -94,44 +95,52 @@ void PrintFonts(zo::platform::System& system) {
     std::fflush(stdout);
 }
 
-// What is asked for on the command line alone and needs no content; nothing when there is no such
-// thing.
-std::optional<int> RunWithoutContent(const LaunchOptions& options, zo::platform::System& system) {
-    if (options.help) {
-        std::fputs(UsageText().c_str(), stdout);
-        return 0;
-    }
-    if (options.version) {
-        const std::string_view version = base::Version();
-        std::printf("%s %.*s\n", kTitle, static_cast<int>(version.size()), version.data());
-        return 0;
-    }
-    if (options.fonts) {
-        PrintFonts(system);
-        return 0;
-    }
-    if (!options.audio_render.empty()) {
-        std::fputs("audio: the soundtrack did not load\n", stderr);
-        return 1;
-    }
-    if (options.smoke) {
-        std::fputs("smoke: this version has no checks\n", stderr);
-        return 1;
-    }
-    return std::nullopt;
+void PrintVersion() {
+    const std::string_view version = base::Version();
+    std::printf("%s %.*s\n", kTitle, static_cast<int>(version.size()), version.data());
+}
+
+int RenderSoundtrack() {
+    std::fputs("audio: the soundtrack did not load\n", stderr);
+    return 1;
+}
+
+void PrintSmokeLine(std::string_view line) {
+    std::fprintf(stderr, "smoke: %.*s\n", static_cast<int>(line.size()), line.data());
+}
+
+// Both may be asked for at once; either failure is the run's.
+int RunAutomatic(const LaunchOptions& options, const kp::Content& content,
+                 zo::platform::System& system) {
+    int code = 0;
+    if (options.smoke) code = RunSmoke(content, system, PrintSmokeLine);
+    if (!options.capture.empty()) code = std::max(code, RunCapture(options, content, system));
+    return code;
 }
 
 }  // namespace
 
 int RunApplication(std::span<const std::string_view> arguments, zo::platform::System& system) {
     const LaunchOptions options = ParseCommandLine(arguments);
+    if (options.help) {
+        std::fputs(UsageText().c_str(), stdout);
+        return 0;
+    }
+    if (options.version) {
+        PrintVersion();
+        return 0;
+    }
     if (!system.HasNineWideFace()) {
         std::fputs("fonts: no Unscii 18; cells are eight font pixels wide\n", stderr);
     }
-    if (const std::optional<int> code = RunWithoutContent(options, system)) return *code;
+    if (options.audio_render) return RenderSoundtrack();
+    if (options.fonts) {
+        PrintFonts(system);
+        return 0;
+    }
     const kp::Content content = LoadGameContent(system);
-    return options.capture.empty() ? RunWindow(options, content, system)
-                                   : RunCapture(options, content, system);
+    return options.IsAutomatic() ? RunAutomatic(options, content, system)
+                                 : RunWindow(options, content, system);
 }
 
 }  // namespace Kest

@@ -10,12 +10,19 @@ namespace Kest {
 namespace {
 
 constexpr zo::ui::PixelSize kLeastSize = {320, 240};
-constexpr int kMostPixels = 16384;  // either way; a larger picture would not fit the memory
+constexpr int kMostPixels = 16384;     // either way; a larger picture would not fit the memory
+constexpr double kLongestDelay = 600;  // seconds
 
 // Reads as far as the text is a number and gives 0 when it is none.
 int Integer(const std::string& text) {
     const long value = std::strtol(text.c_str(), nullptr, 10);
     return static_cast<int>(std::clamp<long>(value, INT_MIN, INT_MAX));
+}
+
+// The same for seconds. What is no length of time, or none at all, is 0.
+double Delay(const std::string& text) {
+    const double seconds = std::strtod(text.c_str(), nullptr);
+    return seconds > 0 ? std::min(seconds, kLongestDelay) : 0;
 }
 
 using Options = LaunchOptions;
@@ -25,8 +32,10 @@ struct Option {
     const char* name;
     const char* argument;  // what the usage text calls it; null for a switch
     const char* effect;
-    void (*apply)(Options& options, Word word);
+    void (*apply)(Options& options, Word word);  // null for what stands for itself anywhere
 };
+constexpr const char* kAudioRender = "--audio-render";
+constexpr const char* kFonts = "--fonts";
 constexpr Option kOptions[] = {
     {"--windowed", nullptr, "never start full screen", [](Options& o, Word) { o.windowed = true; }},
     {"--width", "PIXELS", "width of the window, at least 320",
@@ -53,22 +62,21 @@ constexpr Option kOptions[] = {
     {"--scene", "WORDS", "what the picture shows: words separated by colons",
      [](Options& o, Word w) { o.scene = w; }},
     {"--capture-delay", "SECONDS", "time that passes before the picture",
-     [](Options& o, Word w) { o.capture_delay = std::strtod(w.c_str(), nullptr); }},
+     [](Options& o, Word w) { o.capture_delay = Delay(w); }},
     {"--dpi", "COUNT", "dots per inch of the picture, from 100 to 400",
      [](Options& o, Word w) { o.dots_per_inch = Integer(w); }},
     {"--smoke", nullptr, "check the program itself and end",
      [](Options& o, Word) { o.smoke = true; }},
-    {"--audio-render", "FILE", "write the soundtrack to a WAV file and end",
-     [](Options& o, Word w) { o.audio_render = w; }},
-    {"--fonts", nullptr, "list the font families and end",
-     [](Options& o, Word) { o.fonts = true; }},
+    {kAudioRender, "FILE", "write the soundtrack to a WAV file and end", nullptr},
+    {kFonts, nullptr, "list the font families and end", nullptr},
     {"--help", nullptr, "show this list", [](Options& o, Word) { o.help = true; }},
     {"--version", nullptr, "show the version", [](Options& o, Word) { o.version = true; }},
 };
 
 const Option* FindOption(std::string_view name) {
-    const auto* found = std::find_if(std::begin(kOptions), std::end(kOptions),
-                                     [&](const Option& option) { return option.name == name; });
+    const auto* found =
+        std::find_if(std::begin(kOptions), std::end(kOptions),
+                     [&](const Option& option) { return option.apply && option.name == name; });
     return found == std::end(kOptions) ? nullptr : found;
 }
 
@@ -82,6 +90,9 @@ LaunchOptions ParseCommandLine(std::span<const std::string_view> arguments) {
         const bool takes = option->argument && k + 1 < arguments.size();
         option->apply(options, takes ? std::string(arguments[++k]) : std::string());
     }
+    const auto render = std::ranges::find(arguments, kAudioRender);
+    if (arguments.end() - render > 1) options.audio_render = *(render + 1);
+    options.fonts = std::ranges::count(arguments, kFonts) > 0;
     return options;
 }
 

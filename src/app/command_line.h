@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -23,7 +23,7 @@ struct LaunchOptions {
     int large_text = -1;       // -1 keeps the settings, 0 is Normal, 1 Large
     int closed = -1;           // tickets to treat as closed, -1 keeps the progress
     bool vi_keys = false;
-    std::string audio_render;  // the file for the rendered soundtrack
+    std::optional<std::string> audio_render;  // the file for the rendered soundtrack
     bool fonts = false;
     bool help = false;
     bool version = false;
@@ -32,7 +32,9 @@ struct LaunchOptions {
 };
 
 // Each argument is compared whole; unknown ones are ignored. An option that stands last without its
-// argument gets an empty one.
+// argument gets an empty one. What renders the soundtrack or lists the fonts is looked for
+// anywhere, also where another option's argument stands; the file to render to must stand behind
+// it.
 LaunchOptions ParseCommandLine(std::span<const std::string_view> arguments);
 
 // Puts what the options ask for over the player's own settings.

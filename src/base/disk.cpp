@@ -161,6 +161,12 @@ Status SystemDisk::Remove(const fs::path& path) {
     return Check(error);
 }
 
+Status SystemDisk::RemoveFolder(const fs::path& folder) {
+    std::error_code error;
+    fs::remove_all(folder, error);
+    return Check(error);
+}
+
 Status SystemDisk::MakeFolders(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);

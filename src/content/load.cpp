@@ -76,12 +76,16 @@ private:
 
     void LoadTicket(const std::string& id, Shift& shift) {
         const std::optional<json::Value> file = Read(TicketFile(id));
-        if (!file) return;
+        if (!file) {
+            content_.left_out.push_back({id, content_.problems.back()});
+            return;
+        }
         json::Remarks remarks;
         base::Result<LoadedTicket> ticket =
             ProveTicket(store_, id, *file, session_, remarks_ != nullptr ? &remarks : nullptr);
         if (!ticket) {
             content_.problems.push_back(id + ": " + ticket.Message());
+            content_.left_out.push_back({id, ticket.Message()});
             return;
         }
         shift.tickets.push_back(std::move(*ticket));

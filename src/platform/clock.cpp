@@ -1,10 +1,12 @@
 #include "platform/clock.h"
 
+#include <chrono>
+
 namespace zo::platform {
 
 double SteadyClock::Seconds() {
-    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start_;
-    return passed.count();
+    const auto since = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double>(since).count();
 }
 
 std::uint64_t SteadyClock::CalendarSeconds() {

@@ -100,13 +100,46 @@ TEST_CASE("two pictures of one scene are the same") {
     CHECK(Capture(one, {"--scene", "title"}).frame == Capture(two, {"--scene", "title"}).frame);
 }
 
-TEST_CASE("what is not there is refused instead of shown") {
-    fake::System system;
-    CHECK(Run(system, {"--audio-render", "out.wav"}) == 1);
-    CHECK(Run(system, {"--smoke"}) == 1);
-    CHECK(Run(system, {"--version"}) == 0);
-    CHECK(Run(system, {"--help"}) == 0);
-    CHECK(system.screen.frames.empty());
+TEST_CASE("what is asked for besides the game is done without a window") {
+    const struct {
+        std::vector<std::string_view> arguments;
+        int code;
+        std::size_t pictures;
+    } cases[] = {
+        {{"--help", "--capture", "out.png"}, 0, 0},
+        {{"--version", "--fonts"}, 0, 0},
+        {{"--fonts", "--audio-render", "out.wav"}, 1, 0},  // which comes first
+        {{"--scene", "--fonts", "--capture", "out.png"}, 0, 0},
+        {{"--smoke"}, 0, 0},
+        {{"--smoke", "--capture", "out.png"}, 0, 1},
+    };
+    for (const auto& c : cases) {
+        CAPTURE(c.arguments.front());
+        fake::System system;
+        CHECK(Run(system, c.arguments) == c.code);
+        CHECK(system.pictures.size() == c.pictures);
+        CHECK(system.screen.frames.empty());
+        CHECK(system.disk.files.empty());
+    }
+}
+
+TEST_CASE("the window starts full screen where the player's settings say so") {
+    const struct {
+        std::vector<std::string_view> arguments;
+        const char* settings;
+        bool full_screen;
+    } cases[] = {
+        {{}, nullptr, true},
+        {{"--windowed"}, nullptr, false},
+        {{}, R"({"fullscreen": false})", false},
+        {{"--windowed"}, R"({"fullscreen": true})", false},
+    };
+    for (const auto& c : cases) {
+        fake::System system;
+        if (c.settings != nullptr) system.disk.files["data/settings.json"] = c.settings;
+        CHECK(Run(system, c.arguments) == 0);
+        CHECK(system.screen.full_screen == c.full_screen);
+    }
 }
 
 TEST_CASE("content comes from the folder that the environment names") {

@@ -51,6 +51,27 @@ TEST_CASE("words on the command line") {
     CHECK_FALSE(Parse({"--scene", "--smoke"}).smoke);
 }
 
+TEST_CASE("a delay that is no length of time is not given, and none lasts for ever") {
+    const struct {
+        std::string_view text;
+        double seconds;
+    } cases[] = {{"2", 2},   {"0", 0},     {"-1", 0},     {"soon", 0},
+                 {"nan", 0}, {"inf", 600}, {"1e300", 600}};
+    for (const auto& c : cases) {
+        CAPTURE(c.text);
+        CHECK(Parse({"--capture-delay", c.text}).capture_delay == doctest::Approx(c.seconds));
+    }
+}
+
+TEST_CASE("the soundtrack and the fonts are asked for anywhere on the command line") {
+    CHECK_FALSE(Parse({"--audio-render"}).audio_render);
+    CHECK(Parse({"--audio-render", ""}).audio_render == "");
+    CHECK(Parse({"--vi", "--audio-render", "a.wav", "--fresh"}).audio_render == "a.wav");
+    CHECK(Parse({"--scene", "--audio-render", "a.wav"}).audio_render == "a.wav");
+    CHECK(Parse({"--scene", "--fonts"}).fonts);
+    CHECK_FALSE(Parse({"--font"}).fonts);
+}
+
 TEST_CASE("a capture and a smoke run are automatic, an empty capture is not") {
     CHECK(Parse({"--capture", "a.png"}).IsAutomatic());
     CHECK(Parse({"--smoke"}).IsAutomatic());

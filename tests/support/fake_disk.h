@@ -54,6 +54,10 @@ public:
         files.erase(path);
         return {};
     }
+    base::Status RemoveFolder(const fs::path& folder) override {
+        for (const fs::path& path : Beneath(folder)) files.erase(path);
+        return {};
+    }
     base::Status MakeFolders(const fs::path&) override { return {}; }
     base::Result<std::unique_ptr<base::FileLock>> Lock(const fs::path&) override {
         if (locked) return std::unique_ptr<base::FileLock>();

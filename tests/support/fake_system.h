@@ -19,9 +19,10 @@ namespace fs = std::filesystem;
 class Clock final : public zo::platform::Clock {
 public:
     double seconds = 0;
+    double step = 0;  // that each look at the clock takes
     std::uint64_t calendar_seconds = 0;
 
-    double Seconds() override { return seconds; }
+    double Seconds() override { return seconds += step; }
     std::uint64_t CalendarSeconds() override { return calendar_seconds; }
 };
 
@@ -79,6 +80,7 @@ public:
     Clock clock;
     Screen screen;
     std::string no_window;  // when set, a window cannot be opened for this reason
+    bool nine_wide_face = true;
     std::map<std::string, std::string> environment;
     std::map<fs::path, Picture> pictures;
 
@@ -98,7 +100,7 @@ public:
         if (found == environment.end()) return std::nullopt;
         return found->second;
     }
-    bool HasNineWideFace() override { return true; }
+    bool HasNineWideFace() override { return nine_wide_face; }
     std::vector<std::string> FontFamilies() override { return {"JetBrains Mono", "Unscii 18"}; }
     base::Status WritePicture(const zo::ui::Frame& frame, zo::ui::PixelSize size,
                               const fs::path& path) override {

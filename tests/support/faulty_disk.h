@@ -75,6 +75,7 @@ public:
     base::Status Remove(const fs::path& path) override {
         return Do([&] { files.erase(path); });
     }
+    base::Status RemoveFolder(const fs::path&) override { return Failed(); }
     base::Status MakeFolders(const fs::path&) override {
         return Do([] {});
     }

@@ -39,6 +39,8 @@ public:
     // Moves a file over another of the same folder in one step.
     virtual Status Rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
     virtual Status Remove(const std::filesystem::path& path) = 0;
+    // A folder with everything beneath it.
+    virtual Status RemoveFolder(const std::filesystem::path& folder) = 0;
     virtual Status MakeFolders(const std::filesystem::path& folder) = 0;
     // Creates the file if need be, and leaves it there. Null when another program holds it; a
     // failure when the system cannot lock.
@@ -59,6 +61,7 @@ public:
     Status Copy(const std::filesystem::path& from, const std::filesystem::path& to) override;
     Status Rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
     Status Remove(const std::filesystem::path& path) override;
+    Status RemoveFolder(const std::filesystem::path& folder) override;
     Status MakeFolders(const std::filesystem::path& folder) override;
     Result<std::unique_ptr<FileLock>> Lock(const std::filesystem::path& path) override;
 };

@@ -42,6 +42,12 @@ struct MailMessage {
     std::vector<std::string> body;
 };
 
+// A ticket that the campaign lists and that could not be loaded.
+struct LeftOut {
+    std::string id;
+    std::string reason;
+};
+
 // Everything that was loaded, and a line for each problem on the way. A ticket with a problem is
 // left out. Read-only after loading.
 struct Content {
@@ -50,6 +56,7 @@ struct Content {
     std::vector<BinderPage> pages;
     std::vector<MailMessage> mail;
     std::vector<std::string> problems;
+    std::vector<LeftOut> left_out;  // each is the subject of a problem too
 
     // Null when there is no such ticket or page.
     const LoadedTicket* FindTicket(std::string_view id) const;

@@ -1,18 +1,14 @@
 #pragma once
 
-#include <chrono>
-
 #include "outside/outside.h"
 
 namespace zo::platform {
 
+// Counts from where the machine's own steady clock does, so that two programs never read the same.
 class SteadyClock final : public Clock {
 public:
     double Seconds() override;
     std::uint64_t CalendarSeconds() override;
-
-private:
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
 }  // namespace zo::platform

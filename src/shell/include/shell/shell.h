@@ -124,6 +124,7 @@ public:
     const Kest::Progress& Progress() const { return progress_; }
     Kest::Unlocking Unlocking() const { return {parts_.content, progress_, settings_.open_all}; }
     bool IsPersistent() const { return parts_.persistent; }
+    bool HasWindow() const { return parts_.window != nullptr; }
     // Progress begins empty: neither the player's own nor a number of closed tickets is shown.
     bool IsFreshProfile() const { return !parts_.persistent && parts_.closed_override < 0; }
 

@@ -1,0 +1,82 @@
+#include <algorithm>
+#include <string_view>
+
+#include "base/format.h"
+#include "session/explain.h"
+#include "smoke_checks.h"
+
+namespace Kest {
+namespace {
+
+// Firmware that passes no ticket: every reference sends or delivers something, and ends or waits.
+constexpr std::string_view kSilent = "       halt\n";
+constexpr std::string_view kEndless = "again: jmp again\n";
+
+bool IsReason(const kp::Content& content, const std::string& problem) {
+    return std::ranges::any_of(content.left_out, [&](const kp::LeftOut& ticket) {
+        return problem == ticket.reason || problem == ticket.id + ": " + ticket.reason;
+    });
+}
+
+// A text of whole sentences, or what is left of it when a part of it was not filled in.
+bool IsWhole(std::string_view text) {
+    return text.size() > 1 && text.front() >= 'A' && text.front() <= 'Z' && text.back() == '.' &&
+           text.find('%') == std::string_view::npos && text.find("  ") == std::string_view::npos;
+}
+
+// What the player would read of this firmware on this ticket's first test; empty when that is fine.
+std::string ComplaintAbout(const kp::LoadedTicket& loaded, std::string_view firmware,
+                           kp::Session& session) {
+    const kp::Assembly assembly = kp::Assemble(firmware, loaded.ticket.machine);
+    const kp::VerifyResult result = kp::Verify(loaded.ticket, loaded.reference, assembly, session);
+    if (result.tests.empty() || result.AllPassed()) return "it passes: " + result.message;
+    const kp::Verdict& verdict = result.tests.front().verdict;
+    if (verdict.passed) return "its first test passes";
+    if (!IsWhole(verdict.message)) return verdict.message;
+    if (verdict.kind != kp::FailureKind::TickLimit) return {};
+    const kp::Program program = kp::Load(assembly, loaded.ticket.machine);
+    const std::string explained = kp::ExplainTickLimit(loaded.ticket, 0, assembly, program,
+                                                       loaded.reference.outputs.front(), session);
+    return IsWhole(explained) ? std::string() : "the tick limit is not explained: " + explained;
+}
+
+}  // namespace
+
+void CheckTickets(SmokeRun& run) {
+    const std::size_t embedded = run.content.Tickets().size();
+    const std::size_t expected = embedded + run.content.left_out.size();
+    run.report.Check(base::Format("%zu tickets embedded", embedded),
+                     embedded == expected && embedded > 0,
+                     base::Format("%zu tickets embedded, expected %zu", embedded, expected));
+    for (const std::string& problem : run.content.problems) {
+        if (!IsReason(run.content, problem)) run.report.Say(false, "content: " + problem);
+    }
+}
+
+void CheckReferences(SmokeRun& run) {
+    for (const kp::LeftOut& ticket : run.content.left_out) {
+        run.report.Say(false, ticket.id + " reference: FAILED, " + ticket.reason);
+    }
+    kp::Session session;
+    for (const kp::LoadedTicket* loaded : run.content.Tickets()) {
+        if (run.report.TimedOut()) return;
+        const kp::Assembly assembly = kp::Assemble(loaded->reference_text, loaded->ticket.machine);
+        const kp::VerifyResult result =
+            kp::Verify(loaded->ticket, loaded->reference, assembly, session);
+        const std::string subject = loaded->ticket.id + " reference";
+        run.report.Check(subject, result.AllPassed(), subject + ": FAILED, " + result.message);
+    }
+}
+
+void CheckFailureMessages(SmokeRun& run) {
+    kp::Session session;
+    for (const kp::LoadedTicket* loaded : run.content.Tickets()) {
+        if (run.report.TimedOut()) return;
+        std::string complaint = ComplaintAbout(*loaded, kSilent, session);
+        if (complaint.empty()) complaint = ComplaintAbout(*loaded, kEndless, session);
+        const std::string subject = loaded->ticket.id + " failure messages";
+        run.report.Check(subject, complaint.empty(), subject + ": FAILED, " + complaint);
+    }
+}
+
+}  // namespace Kest
