@@ -45,10 +45,15 @@ Bench::Bench(Shell& shell, const kp::LoadedTicket& loaded)
     }
     editor_.colour = ColourFirmware;
     editor_.changed = [this] { Edited(); };
+    editor_.gutter_pressed = [this](int line) {
+        if (stage_ >= StageOf(Command::ToggleBreakpoint)) ToggleBreakpoint(line);
+    };
+    trace_.cursor_moved = [this] { LookAtCursor(); };
+    trace_.act = [this](Command command) { Do(command); };
 }
 
 void Bench::Entered() {
-    stage_ = shell_.Unlocking().Stage();
+    SetStage();
     shell_.Progress().current = loaded_.ticket.id;
     shell_.SaveProgress();
     const auto& tickets = shell_.Progress().tickets;
@@ -70,7 +75,14 @@ void Bench::Covered() {
 }
 
 void Bench::Uncovered() {
+    SetStage();
+    FillTicket();
+}
+
+void Bench::SetStage() {
     stage_ = shell_.Unlocking().Stage();
+    trace_.Allow({.cursor = stage_ >= StageOf(Command::CursorBack),
+                  .zoom = stage_ >= StageOf(Command::ZoomIn)});
 }
 
 // Puts a text into the editor that is not the player's edit.
@@ -91,6 +103,7 @@ void Bench::Edited() {
 
 void Bench::Assemble() {
     run_.SetFirmware(editor_.Text());
+    SetBreakpoints();
     std::vector<zo::ui::EditorMarks::Error>& errors = editor_.Marks().errors;
     errors.clear();
     for (const kp::AssemblyError& error : run_.Firmware().errors) {
@@ -108,13 +121,32 @@ void Bench::RunChanged() {
     Report();
 }
 
+// The run has come to a halt on a tick, which the cursor goes to.
+void Bench::RunStopped() {
+    const kp::Tick tick = run_.CardTick();
+    const bool shows = stage_ >= StageOf(Command::CursorBack) && tick > 0;
+    trace_.SetCursor(shows ? std::optional(tick - 1) : std::nullopt);
+    if (!shows) trace_.Follow(tick);
+    if (run_.State() == RunState::Failed) panes_.Raise(Panel::Notes);
+    RunChanged();
+}
+
+// The card, the editor and the notes show the cursor's tick.
+void Bench::LookAtCursor() {
+    run_.Look(trace_.Cursor());
+    MarkEditor();
+    FillNotes();
+    shell_.RequestRedraw();
+}
+
 // A message that still shows must not hide what came after it.
 void Bench::Report() {
     shell_.SetStatus(run_.Standing(), run_.StandingIsAlert() ? Alert::Yes : Alert::No);
 }
 
 void Bench::MarkEditor() {
-    const bool goes_on = run_.State() == RunState::Running || run_.State() == RunState::Paused;
+    const RunState state = run_.ShownState();
+    const bool goes_on = state == RunState::Running || state == RunState::Paused;
     editor_.Marks().next_line = goes_on ? run_.ShownLine() - 1 : -1;
     if (run_.State() != RunState::Running && run_.ShownLine() > 0) {
         editor_.RevealLine(run_.ShownLine() - 1);
@@ -164,6 +196,12 @@ void Bench::FillNotes() {
         text.push_back({.text = run_.VerdictText(), .role = Role::Warn});
     }
     if (!run_.Explanation().empty()) text.push_back({.text = run_.Explanation()});
+    if (const std::optional<TickRange> ticks = trace_.CursorTicks()) {
+        for (std::string& note : NotesOf(run_.Trace(), loaded_.reference.outputs[run_.TestIndex()],
+                                         loaded_.ticket.frame, *ticks)) {
+            text.push_back({.text = std::move(note)});
+        }
+    }
     notes_.Set(std::move(text));
 }
 
@@ -171,19 +209,23 @@ void Bench::Update(double now) {
     const double seconds = now - updated_at_;
     updated_at_ = now;
     if (save_at_ && *save_at_ <= now) SaveOrWarn();
-    if (run_.State() != RunState::Running) return;
+    const RunState before = run_.State();
+    if (before != RunState::Running && before != RunState::Verifying) return;
+    run_.SetMotion(shell_.Settings().motion);
     run_.Advance(seconds);
+    shell_.RequestRedraw();
+    if (before == RunState::Verifying) {
+        if (run_.State() != before) EndVerify();
+        return;
+    }
     trace_.Follow(run_.ShownTick());
     MarkEditor();
-    if (run_.State() != RunState::Running) {
-        if (run_.State() == RunState::Failed) panes_.Raise(Panel::Notes);
-        RunChanged();
-    }
-    shell_.RequestRedraw();
+    if (run_.State() != RunState::Running) RunStopped();
 }
 
 std::optional<double> Bench::NextFrameAt() const {
-    if (run_.State() != RunState::Running) return save_at_;
+    const bool moves = run_.State() == RunState::Running || run_.State() == RunState::Verifying;
+    if (!moves) return save_at_;
     const double next_tick = updated_at_ + run_.SecondsToNextTick();
     return save_at_ ? std::min(*save_at_, next_tick) : next_tick;
 }
@@ -194,10 +236,14 @@ bool Bench::IsOpen(const BenchKey& key) const {
 
 // Whether the key bar and the status line name a key now.
 bool Bench::IsNamed(const BenchKey& key) const {
-    if (!IsOpen(key) || !IsListed(key, shape_.columns)) return false;
+    if (!IsOpen(key) || !IsListed(key, shape_.columns, run_.FirstFailed().has_value())) {
+        return false;
+    }
     switch (key.command) {
         case Command::Binder:
             return shell_.Offers(Place::Binder);
+        case Command::Board:
+            return shell_.Offers(Place::Board);
         case Command::Menu:
             return shell_.Offers(Place::Pause);
         case Command::PauseOrMenu:
@@ -222,13 +268,22 @@ void Bench::DescribeFrame(FrameRecord& record) const {
         const bool pauses =
             running && (key.command == Command::RunOrPause || key.command == Command::PauseOrMenu);
         record.keys.push_back({key.key, "", pauses ? "Pause" : key.word});
-        if (key.key.key < zo::ui::Key::F1 || key.key.key > zo::ui::Key::F12) continue;
+        // Of the keys only those without a modifier, and not the breakpoint's, have a place there.
+        const bool counts = key.key.key >= zo::ui::Key::F1 && key.key.key <= zo::ui::Key::F12 &&
+                            key.key.with == zo::ui::Modifiers{} &&
+                            key.command != Command::ToggleBreakpoint;
+        if (!counts) continue;
         if (!record.right.empty()) record.right += " ";
         record.right += zo::ui::KeyName(key.key);
     }
 }
 
 bool Bench::Key(const KeyPress& key) {
+    if (run_.State() == RunState::Verifying) {
+        run_.FinishVerify();
+        EndVerify();
+        return true;
+    }
     if (const BenchKey* found = FindBenchKey(key)) {
         if (IsOpen(*found) && (!key.repeat || found->repeats)) Do(found->command);
         return true;
@@ -281,6 +336,7 @@ bool Bench::KeyOf(Panel panel, const KeyPress& key) {
 }
 
 bool Bench::Text(std::string_view utf8) {
+    if (panes_.HasFocus(Panel::Trace)) return trace_.Text(utf8);
     return panes_.HasFocus(Panel::Firmware) && editor_.Type(utf8);
 }
 

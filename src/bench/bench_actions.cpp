@@ -18,6 +18,7 @@ void Bench::Do(Command command) {
         {Command::ToggleCard, [](Bench& bench) { bench.ToggleCard(); }},
         {Command::RunOrPause, [](Bench& bench) { bench.RunOrPause(); }},
         {Command::Step, [](Bench& bench) { bench.Step(); }},
+        {Command::StepBack, [](Bench& bench) { bench.StepBack(); }},
         {Command::RunToEnd, [](Bench& bench) { bench.RunToEnd(); }},
         {Command::Verify, [](Bench& bench) { bench.Verify(); }},
         {Command::Menu, [](Bench& bench) { bench.shell_.Open(Place::Pause); }},
@@ -29,6 +30,15 @@ void Bench::Do(Command command) {
         {Command::ThirdSlot, [](Bench& bench) { bench.UseSlot(3); }},
         {Command::PreviousTest, [](Bench& bench) { bench.TurnTest(-1); }},
         {Command::NextTest, [](Bench& bench) { bench.TurnTest(1); }},
+        {Command::ToFailure, [](Bench& bench) { bench.ToFailure(); }},
+        {Command::ToggleBreakpoint,
+         [](Bench& bench) { bench.ToggleBreakpoint(bench.editor_.CaretAt().line); }},
+        {Command::CursorBack, [](Bench& bench) { bench.trace_.MoveCursor(-1); }},
+        {Command::CursorForward, [](Bench& bench) { bench.trace_.MoveCursor(1); }},
+        {Command::ZoomIn, [](Bench& bench) { bench.trace_.ZoomBy(1); }},
+        {Command::ZoomOut, [](Bench& bench) { bench.trace_.ZoomBy(-1); }},
+        {Command::WholeTest, [](Bench& bench) { bench.trace_.ShowWhole(); }},
+        {Command::Board, [](Bench& bench) { bench.Leave(); }},
         {Command::SlowerSpeed, [](Bench& bench) { bench.ChangeSpeed(-1); }},
         {Command::FasterSpeed, [](Bench& bench) { bench.ChangeSpeed(1); }},
         {Command::CycleSpeed, [](Bench& bench) { bench.CycleSpeed(); }},
@@ -49,27 +59,43 @@ void Bench::Do(Command command) {
 void Bench::RunOrPause() {
     if (run_.State() == RunState::Running) {
         run_.Pause();
-    } else {
-        const bool anew = run_.State() != RunState::Paused;
-        if (!run_.Run()) return Refused();
-        if (anew) trace_.ShowStart();
+        return RunStopped();
     }
+    if (run_.State() != RunState::Paused) trace_.ShowStart();
+    if (!run_.Run()) return Refused();
+    trace_.SetCursor(std::nullopt);
     RunChanged();
 }
 
 void Bench::Step() {
     if (run_.State() != RunState::Paused && run_.State() != RunState::Running) trace_.ShowStart();
     if (!run_.Step()) return Refused();
-    trace_.Reveal(run_.ShownTick() - std::min<kp::Tick>(run_.ShownTick(), 1));
-    if (run_.State() == RunState::Failed) panes_.Raise(Panel::Notes);
-    RunChanged();
+    RunStopped();
+}
+
+void Bench::StepBack() {
+    if (run_.State() == RunState::Running) run_.Pause();
+    if (run_.StepBack()) RunStopped();
 }
 
 void Bench::RunToEnd() {
     if (!run_.RunToEnd()) return Refused();
-    trace_.Follow(run_.ShownTick());
-    if (run_.State() == RunState::Failed) panes_.Raise(Panel::Notes);
-    RunChanged();
+    RunStopped();
+}
+
+// The first test that failed is chosen and run again where it does not stand on the bench, and the
+// cursor goes to its failure; from there to the tick before it.
+void Bench::ToFailure() {
+    const std::optional<std::size_t> failed = run_.FirstFailed();
+    if (!failed) return shell_.SetStatus("No test has failed.");
+    if (run_.TestIndex() != *failed) SelectTest(*failed);
+    const bool stands_there =
+        run_.State() == RunState::Failed && trace_.Cursor() == run_.Trace().failed;
+    if (run_.State() != RunState::Failed && !run_.RunToEnd()) return Refused();
+    RunStopped();
+    const kp::Tick failure = run_.Trace().failed.value_or(0);
+    trace_.SetCursor(stands_there ? failure - std::min<kp::Tick>(failure, 1) : failure);
+    LookAtCursor();
 }
 
 void Bench::Reset() {
@@ -89,8 +115,14 @@ void Bench::Refused() {
 }
 
 void Bench::Verify() {
+    if (run_.State() == RunState::Verifying) return;
     trace_.ShowStart();
-    if (!run_.Verify()) return Refused();
+    if (!run_.BeginVerify()) return Refused();
+    RunChanged();
+}
+
+void Bench::EndVerify() {
+    run_.FinishVerify();
     if (!run_.VerdictText().empty()) panes_.Raise(Panel::Notes);
     RunChanged();
     SaveOrWarn();
@@ -127,7 +159,9 @@ bool Bench::SaveOrWarn() {
     return static_cast<bool>(saved);
 }
 
+// A verify that is under way counts, also when the player leaves before its last mark.
 base::Status Bench::SaveWork() {
+    if (run_.State() == RunState::Verifying) EndVerify();
     save_at_.reset();
     if (!dirty_) return {};
     base::Status saved = shell_.SaveFirmware(loaded_.ticket.id, slot_, editor_.Text());
@@ -153,7 +187,29 @@ void Bench::LoadSlot(int slot) {
 
 void Bench::OpenBinder() {
     const std::vector<std::string>& pages = loaded_.ticket.binder;
-    shell_.Open(Place::Binder, pages.empty() ? "lc1" : pages.front());
+    OpenPage(pages.empty() ? "lc1" : pages.front());
+}
+
+void Bench::OpenPage(std::string_view page) {
+    shell_.Open(Place::Binder, page);
+}
+
+void Bench::Leave() {
+    shell_.Open(Place::Board, loaded_.ticket.id);
+}
+
+void Bench::ToggleBreakpoint(int line) {
+    std::vector<int>& lines = editor_.Marks().breakpoints;
+    if (std::erase(lines, line) == 0) lines.push_back(line);
+    SetBreakpoints();
+    shell_.RequestRedraw();
+}
+
+// The editor counts lines from 0 and moves its breakpoints along with the text.
+void Bench::SetBreakpoints() {
+    std::vector<int> lines = editor_.Marks().breakpoints;
+    for (int& line : lines) ++line;
+    run_.SetBreakpoints(std::move(lines));
 }
 
 void Bench::PauseOrMenu() {
@@ -184,6 +240,7 @@ void Bench::Show(Panel panel) {
 }
 
 void Bench::SelectTest(std::size_t test) {
+    if (run_.State() == RunState::Verifying) return;
     run_.SelectTest(test);
     trace_.ShowStart();
     RunChanged();

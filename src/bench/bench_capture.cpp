@@ -31,15 +31,18 @@ bool Bench::CaptureRequest(std::string_view request) {
         RunHalfWay();
     } else if (request == "failed") {
         SetFirmware(WithOutputTwice(loaded_.reference_text));
-        run_.Verify();
+        run_.BeginVerify();
+        run_.FinishVerify();
         RunToEnd();
     } else if (request == "passed") {
         SetFirmware(loaded_.reference_text);
-        run_.Verify();
+        run_.BeginVerify();
+        run_.FinishVerify();
         RunToEnd();
     } else if (request == "results") {
         SetFirmware(loaded_.reference_text);
         Verify();
+        EndVerify();
     } else {
         return false;
     }

@@ -12,6 +12,7 @@ using zo::ui::Modifiers;
 
 constexpr Modifiers kControl{.shift = false, .control = true, .alt = false};
 constexpr Modifiers kControlShift{.shift = true, .control = true, .alt = false};
+constexpr Modifiers kShift{.shift = true, .control = false, .alt = false};
 constexpr Modifiers kAlt{.shift = false, .control = false, .alt = true};
 
 constexpr KeyPress Plain(Key key, Modifiers with = {}) {
@@ -34,14 +35,22 @@ constexpr std::array kKeys = {
     BenchKey{Plain(Key::F8), Command::Verify, 0, "Verify", Listed::Always},
     BenchKey{Plain(Key::F10), Command::Menu, 2, "Menu", Listed::Always},
     BenchKey{Plain(Key::Escape), Command::PauseOrMenu, 0, "Menu", Listed::Always},
+    BenchKey{Plain(Key::F9), Command::ToggleBreakpoint, 1, "Break", Listed::FromHundred},
     BenchKey{Control(U'r'), Command::Reset, 1, "Reset", Listed::FromHundred},
     BenchKey{Control(U's'), Command::Save, 0, "Save", Listed::FromHundred},
+    BenchKey{Alt(U'b'), Command::Board, 1, "Board", Listed::FromHundred},
+    BenchKey{Plain(Key::F6, kShift), Command::StepBack, 1, "Back", Listed::FromHundred, true},
+    BenchKey{Plain(Key::F8, kShift), Command::ToFailure, 0, "Failure", Listed::AfterFailure},
     BenchKey{Plain(Key::Enter, kControl), Command::Verify},
     BenchKey{Control(U'1'), Command::FirstSlot, 1},
     BenchKey{Control(U'2'), Command::SecondSlot, 1},
     BenchKey{Control(U'3'), Command::ThirdSlot, 1},
     BenchKey{Plain(Key::PageUp, kControl), Command::PreviousTest, 1, "", Listed::Never, true},
     BenchKey{Plain(Key::PageDown, kControl), Command::NextTest, 1, "", Listed::Never, true},
+    BenchKey{Plain(Key::Left, kAlt), Command::CursorBack, 1, "", Listed::Never, true},
+    BenchKey{Plain(Key::Right, kAlt), Command::CursorForward, 1, "", Listed::Never, true},
+    BenchKey{Plain(Key::Up, kAlt), Command::ZoomIn, 2, "", Listed::Never, true},
+    BenchKey{Plain(Key::Down, kAlt), Command::ZoomOut, 2, "", Listed::Never, true},
     BenchKey{Alt(U't'), Command::ShowTicket},
     BenchKey{Alt(U'h'), Command::ShowHints},
     BenchKey{Alt(U's'), Command::ShowSpec},
@@ -70,7 +79,7 @@ int StageOf(Command command) {
     return found == kKeys.end() ? 0 : found->stage;
 }
 
-bool IsListed(const BenchKey& key, int columns) {
+bool IsListed(const BenchKey& key, int columns, bool failed) {
     switch (key.listed) {
         case Listed::Always:
             return true;
@@ -78,6 +87,8 @@ bool IsListed(const BenchKey& key, int columns) {
             return columns < 100;
         case Listed::FromHundred:
             return columns >= 100;
+        case Listed::AfterFailure:
+            return columns >= 100 && failed;
         case Listed::Never:
             break;
     }

@@ -147,6 +147,11 @@ void Bench::DrawPanelFrame(Canvas& canvas, Pressables& pressables, Panel panel) 
     }
     FrameLine top = zo::ui::DrawPane(canvas, pane, NameOf(panel).title, focused);
     if (narrow_card) top.Right(" F2 ", focused ? Role::TitleActive : Role::Title);
+    if (panel == Panel::Notes) {
+        if (const auto ticks = trace_.CursorTicks()) {
+            top.LeftTitle(RangeText(*ticks), focused ? Role::TitleActive : Role::Title);
+        }
+    }
     if (panel == Panel::Hints) {
         top.Left(SmallText(" %d of %zu ", HintsShown(), loaded_.ticket.hints.size()),
                  focused ? Role::TitleActive : Role::Title);

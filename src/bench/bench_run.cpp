@@ -11,6 +11,12 @@ namespace {
 // After a stall, a run does not catch up on more than this.
 constexpr double kMostCatchUpSeconds = 0.25;
 
+// Of a verify's ticks in one frame: a few milliseconds.
+constexpr kp::Tick kVerifySlice = 400000;
+// Between two marks of a verify, and in all.
+constexpr double kMarkSeconds = 0.06;
+constexpr double kMostMarksSeconds = 1.2;
+
 std::string Counted(long long count, std::string_view one) {
     return base::Format("%lld %.*s%s", count, static_cast<int>(one.size()), one.data(),
                         count == 1 ? "" : "s");
@@ -74,7 +80,6 @@ void BenchRun::SelectTest(std::size_t test) {
     test_ = test;
     test_title_ = TestNumber(test_, TestCount()) + ": " + loaded_.ticket.tests[test_].name;
     reference_ = RecordReference(loaded_, test_, reference_program_, scratch_);
-    received_.reserve(2 * reference_.received.size());
     Forget();
     Say(test_title_ + ".");
 }
@@ -92,30 +97,33 @@ bool BenchRun::Refuse(std::string why) {
 }
 
 bool BenchRun::EnsureSession() {
-    if (begun_ && !session_.Finished()) return true;
+    if (begun_ && !live_.Session().Finished()) return true;
     if (!Ready()) return false;
     Forget();
-    const base::Status begun =
-        kp::BeginTest(session_, loaded_.ticket, test_, program_, &loaded_.reference.outputs[test_]);
-    if (!begun) return Refuse(begun.Message());
-    begun_ = true;
-    RememberWords();
+    for (Moment* moment : {&live_, &past_}) {
+        const base::Status begun = moment->Begin(loaded_, test_, program_);
+        if (!begun) return Refuse(begun.Message());
+    }
+    begun_ = arrives_ = true;
     return true;
 }
 
 // Puts card, trace and verdict back to the start of a test.
 void BenchRun::Forget() {
-    begun_ = false;
+    begun_ = looks_back_ = false;
     state_ = RunState::NotRunning;
+    verify_.reset();
     card_ticks_.clear();
-    received_.clear();
-    bytes_read_ = 0;
     verdict_text_.clear();
     explanation_.clear();
 }
 
 bool BenchRun::Run() {
+    const bool goes_on = state_ == RunState::Paused;
     if (!EnsureSession()) return false;
+    // The breakpoint at which it paused does not hold it again.
+    if (goes_on) arrives_ = false;
+    looks_back_ = false;
     state_ = RunState::Running;
     ticks_due_ = 1;
     Say("Running " + test_title_ + ".");
@@ -125,29 +133,35 @@ bool BenchRun::Run() {
 void BenchRun::Pause() {
     if (state_ != RunState::Running) return;
     state_ = RunState::Paused;
-    Say(base::Format("Paused at tick %u.", session_.CurrentTick()));
+    Say(base::Format("Paused at tick %u.", live_.Session().CurrentTick()));
 }
 
 bool BenchRun::Step() {
     if (!EnsureSession()) return false;
+    looks_back_ = false;
     state_ = RunState::Paused;
-    RememberWords();
+    live_.RememberWords();
     do {
         RunTick();
-    } while (!session_.Finished() && !session_.ExecutedThisTick());
-    if (session_.Finished()) {
+    } while (!live_.Session().Finished() && !live_.Session().ExecutedThisTick());
+    if (live_.Session().Finished()) {
         Finish();
     } else {
-        Say(base::Format("Tick %u. Next line %u.", session_.CurrentTick(),
-                         static_cast<unsigned>(session_.Card().Line())));
+        SayNextLine();
     }
     return true;
 }
 
+void BenchRun::SayNextLine() {
+    Say(base::Format("Tick %u. Next line %u.", live_.Session().CurrentTick(),
+                     static_cast<unsigned>(live_.Session().Card().Line())));
+}
+
 bool BenchRun::RunToEnd() {
     if (!EnsureSession()) return false;
-    while (!session_.Finished()) {
-        RememberWords();
+    looks_back_ = false;
+    while (!live_.Session().Finished()) {
+        live_.RememberWords();
         RunTick();
     }
     Finish();
@@ -159,89 +173,140 @@ void BenchRun::Reset() {
     Say("Reset to tick 0.");
 }
 
+bool BenchRun::StepBack() {
+    if (!begun_ || state_ == RunState::Running) return false;
+    const kp::Tick shown = CardTick();
+    if (shown == 0) return false;
+    live_.GoTo(InstructionBefore(shown));
+    card_ticks_.resize(live_.Session().CurrentTick());
+    looks_back_ = false;
+    arrives_ = true;
+    state_ = RunState::Paused;
+    verdict_text_.clear();
+    explanation_.clear();
+    SayNextLine();
+    return true;
+}
+
+// The tick on which the instruction began that was under way, or had ended, when this tick began.
+kp::Tick BenchRun::InstructionBefore(kp::Tick tick) const {
+    const auto executed = [this](kp::Tick t) {
+        const kp::CardState state = card_ticks_[t].state;
+        return state == kp::CardState::Running || state == kp::CardState::Faulted;
+    };
+    --tick;
+    while (tick > 0 && !executed(tick - 1)) --tick;
+    return tick;
+}
+
+void BenchRun::Look(std::optional<kp::Tick> tick) {
+    looks_back_ = begun_ && tick && *tick + 1 < live_.Session().CurrentTick();
+    if (looks_back_) past_.GoTo(*tick + 1);
+}
+
 void BenchRun::Advance(double seconds) {
+    if (state_ == RunState::Verifying) return AdvanceVerify(seconds);
     if (state_ != RunState::Running) return;
     const int speed = kRunSpeeds[static_cast<std::size_t>(speed_)].ticks_per_second;
     ticks_due_ += std::min(seconds, kMostCatchUpSeconds) * speed;
-    for (; ticks_due_ >= 1 && !session_.Finished(); ticks_due_ -= 1) {
-        RememberWords();
+    for (; ticks_due_ >= 1 && !live_.Session().Finished(); ticks_due_ -= 1) {
+        if (AtBreakpoint()) {
+            state_ = RunState::Paused;
+            return Say(base::Format("Paused at the breakpoint on line %d", ShownLine()));
+        }
+        live_.RememberWords();
         RunTick();
     }
-    if (session_.Finished()) Finish();
+    if (live_.Session().Finished()) Finish();
+}
+
+bool BenchRun::AtBreakpoint() const {
+    const int line = live_.Session().Card().Line();
+    return arrives_ && std::ranges::find(breakpoints_, line) != breakpoints_.end();
 }
 
 double BenchRun::SecondsToNextTick() const {
+    if (state_ == RunState::Verifying) return 0;
     return std::max(0.0, 1 - ticks_due_) /
            kRunSpeeds[static_cast<std::size_t>(speed_)].ticks_per_second;
 }
 
-bool BenchRun::Verify() {
+bool BenchRun::BeginVerify() {
     if (!Ready()) return false;
     Forget();
-    verified_ = kp::Verify(loaded_.ticket, loaded_.reference, assembly_, scratch_);
+    std::ranges::fill(marks_, TestMark::None);
+    verify_.emplace(loaded_.ticket, loaded_.reference, assembly_, scratch_);
+    verify_seconds_ = 0;
+    marks_shown_ = 0;
+    state_ = RunState::Verifying;
+    Say("Verifying " + Counted(static_cast<long long>(TestCount()), "test") + "...");
+    return true;
+}
+
+void BenchRun::AdvanceVerify(double seconds) {
+    verify_->Run(kVerifySlice);
+    verify_seconds_ += seconds;
+    const double between =
+        std::min(kMarkSeconds, kMostMarksSeconds / static_cast<double>(TestCount()));
+    const auto due = static_cast<std::size_t>(verify_seconds_ / between) + 1;
+    const std::size_t done = verify_->Result().tests.size();
+    ShowMarks(motion_ ? std::min(due, done) : done);
+    if (marks_shown_ == TestCount()) EndVerify();
+}
+
+void BenchRun::FinishVerify() {
+    if (state_ != RunState::Verifying) return;
+    while (verify_->Run(kVerifySlice)) {
+    }
+    ShowMarks(TestCount());
+    EndVerify();
+}
+
+void BenchRun::ShowMarks(std::size_t count) {
+    for (; marks_shown_ < count; ++marks_shown_) {
+        const bool passed = verify_->Result().tests[marks_shown_].verdict.passed;
+        marks_[marks_shown_] = passed ? TestMark::Passed : TestMark::Failed;
+    }
+}
+
+void BenchRun::EndVerify() {
+    verified_ = verify_->Result();
+    verify_.reset();
+    state_ = RunState::NotRunning;
     std::string text =
         base::Format("Verify: %d of %d passed.", verified_->passed, verified_->total);
-    std::optional<std::size_t> failed;
-    for (std::size_t i = 0; i < verified_->tests.size(); ++i) {
-        const bool passed = verified_->tests[i].verdict.passed;
-        marks_[i] = passed ? TestMark::Passed : TestMark::Failed;
-        if (!passed && !failed) failed = i;
-    }
-    if (failed) {
+    if (const std::optional<std::size_t> failed = FirstFailed()) {
         const kp::Verdict& verdict = verified_->tests[*failed].verdict;
         verdict_text_ = kp::TestFailureText(*failed, TestCount(), verdict);
         text += " " + verdict_text_;
         if (verdict.kind == kp::FailureKind::TickLimit) Explain(*failed);
     }
     Say(std::move(text));
-    return true;
+}
+
+std::optional<std::size_t> BenchRun::FirstFailed() const {
+    const auto failed = std::ranges::find(marks_, TestMark::Failed);
+    if (failed == marks_.end()) return std::nullopt;
+    return static_cast<std::size_t>(failed - marks_.begin());
 }
 
 void BenchRun::RunTick() {
-    const std::uint16_t line = session_.Card().Line();
-    const std::size_t events = session_.Trace().size();
-    session_.StepTick();
-    Follow(session_.Trace().subspan(events));
-    const kp::CardState state = session_.Card().State();
-    const bool executed = session_.ExecutedThisTick() && state != kp::CardState::Faulted;
+    const std::uint16_t line = live_.Session().Card().Line();
+    live_.RunTick();
+    const kp::CardState state = live_.Session().Card().State();
+    const bool executed = live_.Session().ExecutedThisTick() && state != kp::CardState::Faulted;
+    arrives_ = executed;
     card_ticks_.push_back({executed ? kp::CardState::Running : state, line});
 }
 
-// Keeps what the panels show of the events, so that they need not search the trace.
-void BenchRun::Follow(std::span<const kp::TraceEvent> events) {
-    for (const kp::TraceEvent& event : events) {
-        switch (event.kind) {
-            case kp::Happening::Received:
-                received_.push_back(static_cast<std::uint8_t>(event.value));
-                break;
-            case kp::Happening::ReadByte:
-                ++bytes_read_;
-                break;
-            case kp::Happening::TimerStarted:
-                timer_ticks_ = event.value;
-                break;
-            default:
-                break;
-        }
-    }
-}
-
-void BenchRun::RememberWords() {
-    const kp::Processor& card = session_.Card();
-    for (std::size_t i = 0; i < before_.registers.size(); ++i) {
-        before_.registers[i] = card.RegisterValue(static_cast<int>(i));
-    }
-    std::ranges::copy(card.Ram(), before_.ram.begin());
-}
-
 void BenchRun::Finish() {
-    const kp::Verdict& verdict = session_.Verdict();
+    const kp::Verdict& verdict = live_.Session().Verdict();
     const std::string test = TestNumber(test_, TestCount());
     marks_[test_] = verdict.passed ? TestMark::Passed : TestMark::Failed;
     if (verdict.passed) {
         state_ = RunState::Passed;
         Say(base::Format("%s: PASS. Last output at tick %u.", test.c_str(),
-                         std::max<kp::Tick>(session_.OutputTicks(), 1) - 1));
+                         std::max<kp::Tick>(live_.Session().OutputTicks(), 1) - 1));
         return;
     }
     state_ = RunState::Failed;
@@ -256,14 +321,13 @@ void BenchRun::Explain(std::size_t test) {
 }
 
 kp::Tick BenchRun::ShownTick() const {
-    if (!begun_) return 0;
-    return state_ == RunState::Failed ? session_.Verdict().tick : session_.CurrentTick();
+    return ShownState() == RunState::Failed ? live_.Session().Verdict().tick : CardTick();
 }
 
 int BenchRun::ShownLine() const {
     if (!begun_) return 0;
-    if (state_ == RunState::Failed) return session_.Verdict().line.value_or(0);
-    return session_.Card().Line();
+    if (ShownState() == RunState::Failed) return live_.Session().Verdict().line.value_or(0);
+    return Shown().Session().Card().Line();
 }
 
 int BenchRun::LineOf(std::uint16_t instruction) const {
@@ -276,10 +340,10 @@ TraceData BenchRun::Trace() const {
     trace.to_deliver = reference_.delivered;
     trace.card = card_ticks_;
     if (!begun_) return trace;
-    trace.events = session_.Trace();
-    trace.windows = session_.Windows();
-    trace.notes = session_.Notes();
-    if (state_ == RunState::Failed) trace.failed = session_.Verdict().tick;
+    trace.events = live_.Session().Trace();
+    trace.windows = live_.Session().Windows();
+    trace.notes = live_.Session().Notes();
+    if (state_ == RunState::Failed) trace.failed = live_.Session().Verdict().tick;
     return trace;
 }
 

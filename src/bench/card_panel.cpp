@@ -29,6 +29,7 @@ struct StateWord {
 StateWord WordFor(RunState state) {
     switch (state) {
         case RunState::Running:
+        case RunState::Verifying:
             return {"Running", Role::PanelBright};
         case RunState::Paused:
             return {"Paused", Role::PanelBright};
@@ -143,7 +144,7 @@ void CardPanel::Draw(Canvas& canvas, zo::ui::Pressables& pressables, const Rect&
 void CardPanel::Pen::Draw(Part part, int x, int index) const {
     switch (part) {
         case Part::State: {
-            const StateWord state = WordFor(run.State());
+            const StateWord state = WordFor(run.ShownState());
             canvas.Text(x, y, state.word, state.role);
             break;
         }
@@ -204,7 +205,7 @@ void CardPanel::Pen::Register(int x, int number) const {
 }
 
 void CardPanel::Pen::Transmitter(int x) const {
-    const kp::Tick now = run.Session() != nullptr ? run.Session()->CurrentTick() : 0;
+    const kp::Tick now = run.CardTick();
     const kp::Tick free_at = run.Card().TransmitterFreeAt();
     const int name_width = two_columns ? 5 : 4;
     if (free_at > now) {
@@ -224,7 +225,7 @@ void CardPanel::Pen::Timer(int x) const {
         Named(x, "TIMER", 6, "stopped");
         return;
     }
-    const kp::Tick now = run.Session()->CurrentTick();
+    const kp::Tick now = run.CardTick();
     const kp::Tick left = card.TimerDeadline() - std::min(card.TimerDeadline(), now);
     Named(x, "TIMER", 6, SmallText("%u of %d left", left, run.TimerTicks()));
 }

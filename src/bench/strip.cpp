@@ -48,20 +48,31 @@ TestWindow WindowFor(std::size_t tests, std::size_t chosen, int room) {
 
 }  // namespace
 
+enum class Strip::Where : std::uint8_t {
+    Everywhere,
+    Wide,     // elsewhere, and where there is no room, the key bar has it
+    NotWide,  // the wide trace has it in its frame
+};
+
 struct Strip::Control {
     Command command;
     std::string_view label;
     std::string_view hint;
     int stage;
-    bool only_wide;  // elsewhere, and where there is no room, the key bar has it
+    Where where;
+    int gap = 1;  // before it
 };
 const Strip::Control Strip::kControls[] = {
-    {Command::Reset, "Reset", "Ctrl+R: tick 0.", 1, false},
-    {Command::Step, "Step", "One instruction.", 1, true},
-    {Command::RunOrPause, "Run", "Runs this test.", 0, true},
-    {Command::RunToEnd, "Fast", "F7: to the end.", 2, true},
-    {Command::Verify, "Verify", "Runs every test.", 0, true},
-    {Command::CycleSpeed, "", "Ticks per second.", 1, false},
+    {Command::Reset, "Reset", "Ctrl+R: tick 0.", 1, Where::Everywhere},
+    {Command::Step, "Step", "One instruction.", 1, Where::Wide},
+    {Command::RunOrPause, "Run", "Runs this test.", 0, Where::Wide},
+    {Command::RunToEnd, "Fast", "F7: to the end.", 2, Where::Wide},
+    {Command::Verify, "Verify", "Runs every test.", 0, Where::Wide},
+    {Command::ToggleBreakpoint, "•Break", "Breakpoint on or off.", 1, Where::Everywhere},
+    {Command::CycleSpeed, "", "Ticks per second.", 1, Where::Everywhere},
+    {kZoomControls[0].command, kZoomControls[0].label, kZoomControls[0].hint, 2, Where::NotWide},
+    {kZoomControls[1].command, kZoomControls[1].label, kZoomControls[1].hint, 2, Where::NotWide, 0},
+    {kZoomControls[2].command, kZoomControls[2].label, kZoomControls[2].hint, 2, Where::NotWide, 0},
 };
 
 void Strip::Draw(Canvas& canvas, Pressables& pressables, const BenchLayout& layout,
@@ -75,11 +86,13 @@ void Strip::Draw(Canvas& canvas, Pressables& pressables, const BenchLayout& layo
     const int left = strip.x + 1 + static_cast<int>(label.size()) + 1;
     shown_.clear();
     for (const Control& control : kControls) {
-        if (stage >= control.stage && (wide || !control.only_wide)) shown_.push_back(&control);
+        const Where missing = wide ? Where::NotWide : Where::Wide;
+        if (stage >= control.stage && control.where != missing) shown_.push_back(&control);
     }
-    const auto room = [&] { return strip.Right() - 1 - ControlCells(run) - kGap - left; };
+    const int right = strip.Right() - (layout.size == BenchSize::Narrow ? 0 : 1);
+    const auto room = [&] { return right - ControlCells(run) - kGap - left; };
     if (tests + name_cells > room()) {
-        std::erase_if(shown_, [](const Control* control) { return control->only_wide; });
+        std::erase_if(shown_, [](const Control* control) { return control->where == Where::Wide; });
     }
     chosen_ = std::min(chosen_, shown_.empty() ? 0 : shown_.size() - 1);
     canvas.Fill(strip, U' ', Role::Panel);
@@ -88,8 +101,7 @@ void Strip::Draw(Canvas& canvas, Pressables& pressables, const BenchLayout& layo
     if (wide && tests + name_cells <= room()) {
         canvas.Text(left + tests + kGap, strip.y, name, Role::Panel);
     }
-    DrawControls(canvas, pressables, {strip.Right() - 1 - ControlCells(run), strip.y}, run,
-                 focused);
+    DrawControls(canvas, pressables, {right - ControlCells(run), strip.y}, run, focused);
 }
 
 std::string_view Strip::LabelOf(const Control& control, const BenchRun& run) {
@@ -101,8 +113,8 @@ int Strip::ControlCells(const BenchRun& run) const {
     int cells = 0;
     for (const Control* control : shown_) {
         const bool is_speed = control->command == Command::CycleSpeed;
-        cells += is_speed ? kSpeedCells : static_cast<int>(LabelOf(*control, run).size()) + 2;
-        cells += 1;
+        const auto label = static_cast<int>(base::CodePoints(LabelOf(*control, run)));
+        cells += control->gap + (is_speed ? kSpeedCells : label + 2);
     }
     return std::max(cells - 1, 0);
 }
@@ -142,16 +154,19 @@ void Strip::DrawControls(Canvas& canvas, Pressables& pressables, Point at, const
     for (std::size_t i = 0; i < shown_.size(); ++i) {
         const Control& control = *shown_[i];
         const bool has_focus = focused && i == chosen_;
+        if (i > 0) at.x += control.gap;
         if (control.command == Command::CycleSpeed) {
             DrawSpeed(canvas, pressables, at, run, has_focus);
+            at.x += kSpeedCells;
             continue;
         }
         const zo::ui::Button button{.label = LabelOf(control, run),
                                     .hint = control.hint,
                                     .form = zo::ui::ButtonForm::Compact,
+                                    .enabled = run.State() != RunState::Verifying,
                                     .focused = has_focus};
-        at.x = 1 + zo::ui::DrawButton(canvas, pressables, at, button,
-                                      [this, command = control.command] { act_(command); });
+        at.x = zo::ui::DrawButton(canvas, pressables, at, button,
+                                  [this, command = control.command] { act_(command); });
     }
 }
 

@@ -72,6 +72,7 @@ void TraceCells::Draw(const TraceData& data, std::span<const Lane> lanes, const 
     for (std::size_t i = 0; i < lanes.size(); ++i) {
         DrawLane(drawing, lanes[i], MutableRow(static_cast<int>(i) + 1));
     }
+    drawing.DrawCursor(MutableRow(0), cells_, rows_);
     drawing.DrawFailure(MutableRow(0), cells_, rows_);
 }
 

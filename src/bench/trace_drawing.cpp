@@ -51,8 +51,20 @@ std::int64_t NumberStep(const Zoom& zoom) {
     }
 }
 
-// The first tick from which on a deadline is worth drawing: its byte cannot follow the one before
-// at once.
+// Takes a number away whole that would be covered in part from this column on.
+void BlankNumber(std::span<TraceCell> ticks, int at, int step) {
+    const auto end = static_cast<int>(ticks.size());
+    for (; at >= 0 && at < end && ticks[static_cast<std::size_t>(at)].glyph != U' '; at += step) {
+        ticks[static_cast<std::size_t>(at)].glyph = U' ';
+    }
+}
+
+}  // namespace
+
+int RankOf(kp::CardState state) {
+    return LookOf(state).rank;
+}
+
 Tick DeadlineOpens(std::span<const kp::TraceEvent> events, const kp::TimingWindow& window) {
     auto event = std::ranges::upper_bound(events, window.from, {}, &kp::TraceEvent::tick);
     while (event != events.begin()) {
@@ -61,8 +73,6 @@ Tick DeadlineOpens(std::span<const kp::TraceEvent> events, const kp::TimingWindo
     }
     return window.from;
 }
-
-}  // namespace
 
 std::optional<int> TraceDrawing::ColumnOf(Tick tick) const {
     const std::int64_t column = view.Column(tick);
@@ -97,27 +107,35 @@ void TraceDrawing::DrawNumbers(std::span<TraceCell> row) const {
     }
 }
 
-// A number that the word would cover in part is taken away whole.
+void TraceDrawing::DrawCursor(std::span<TraceCell> ticks, std::span<TraceCell> cells,
+                              int rows) const {
+    const std::optional<int> column = data.cursor ? ColumnOf(*data.cursor) : std::nullopt;
+    if (!column) return;
+    BlankNumber(ticks, *column, 1);
+    BlankNumber(ticks, *column - 1, -1);
+    ticks[static_cast<std::size_t>(*column)].glyph = U'▼';
+    for (int row = 0; row < rows; ++row) {
+        cells[static_cast<std::size_t>(row * width + *column)].role = Role::Cursor;
+    }
+}
+
 void TraceDrawing::DrawFailure(std::span<TraceCell> ticks, std::span<TraceCell> cells,
                                int rows) const {
     const std::optional<int> column = data.failed ? ColumnOf(*data.failed) : std::nullopt;
     if (!column) return;
     const int length = static_cast<int>(kFail.size());
     const int start = std::clamp(*column, 0, std::max(0, width - length));
-    const auto blank = [&](int at, int step) {
-        for (; Sees(at) && ticks[static_cast<std::size_t>(at)].glyph != U' '; at += step) {
-            ticks[static_cast<std::size_t>(at)].glyph = U' ';
-        }
-    };
-    blank(start - 1, -1);
-    blank(start + length, 1);
+    BlankNumber(ticks, start - 1, -1);
+    BlankNumber(ticks, start + length, 1);
     for (int i = 0; i < length && start + i < width; ++i) {
         ticks[static_cast<std::size_t>(start + i)] = {kFail[static_cast<std::size_t>(i)],
                                                       Role::Fault, Style::Plain};
     }
     for (int row = 1; row < rows; ++row) {
         TraceCell& cell = cells[static_cast<std::size_t>(row * width + *column)];
-        if (cell.glyph == U' ') cell = {U'│', Role::FaultMark, Style::Plain};
+        if (cell.glyph != U' ') continue;
+        cell.glyph = U'│';
+        if (cell.role != Role::Cursor) cell.role = Role::FaultMark;
     }
 }
 

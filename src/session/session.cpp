@@ -101,9 +101,10 @@ bool Session::StepInstruction() {
     return false;
 }
 
-void Session::RunToEnd() {
+void Session::RunUpTo(Tick tick) {
+    stop_at_ = tick;
     act_at_ = tick_;
-    while (RunTick()) {
+    while (tick_ < stop_at_ && RunTick()) {
         if (act_at_ < tick_) act_at_ = peer_->NextAct();  // it has acted, or heard something
         RunUntouched();
     }
@@ -171,7 +172,7 @@ bool Session::ReceiveOnTheRun() {
 // The first tick from now on that has to be run whole, when the far end has heard all that was
 // sent. It may be too early, never too late.
 Tick Session::NextOutside() const {
-    Tick next = std::min({ticket_->max_ticks - 1, NextOfFarEnd(), card_.NextAct()});
+    Tick next = std::min({ticket_->max_ticks - 1, stop_at_, NextOfFarEnd(), card_.NextAct()});
     const bool quiet_may_end = card_.State() != CardState::Running || !Owes();
     if (quiet_may_end && to_card_.Empty()) next = std::min(next, NextSettled());
     if (card_.State() == CardState::WaitingHost && host_message_ < test_->host.size()) {

@@ -1,40 +1,14 @@
 #include "session/verify.h"
 
+#include <algorithm>
+
 #include "base/format.h"
 #include "peers/factory.h"
 
 namespace kp {
-namespace {
 
 using base::Failure;
 using base::Format;
-
-// The deck of one ticket under one firmware, test by test.
-TestResult RunTest(Session& session, const Ticket& ticket, std::size_t test, const Program& program,
-                   const ExpectedOutput& expected) {
-    const base::Status begun = BeginTest(session, ticket, test, program, &expected);
-    if (!begun) return {{false, FailureKind::Short, 0, std::nullopt, begun.Message()}, 0};
-    session.RunToEnd();
-    return {session.Verdict(), session.OutputTicks()};
-}
-
-void SumUp(VerifyResult& result) {
-    for (std::size_t k = 0; k < result.tests.size(); ++k) {
-        const TestResult& test = result.tests[k];
-        if (test.verdict.passed) {
-            ++result.passed;
-            result.ticks += test.output_ticks;
-        } else if (result.message.empty()) {
-            result.message = TestFailureText(k, result.tests.size(), test.verdict);
-        }
-    }
-    if (result.AllPassed()) {
-        result.message = Format("All %d tests pass in %u ticks with %d lines.", result.total,
-                                result.ticks, result.lines);
-    }
-}
-
-}  // namespace
 
 base::Status BeginTest(Session& session, const Ticket& ticket, std::size_t test,
                        const Program& program, const ExpectedOutput* expected) {
@@ -70,26 +44,74 @@ base::Result<Reference> ProveReference(const Ticket& ticket, std::string_view fi
     return reference;
 }
 
+VerifyRun::VerifyRun(const Ticket& ticket, const Reference& reference, const Assembly& firmware,
+                     Session& session)
+    : ticket_(ticket), reference_(reference), session_(session) {
+    result_.total = static_cast<int>(ticket.tests.size());
+    result_.lines = firmware.lines;
+    if (!firmware.errors.empty()) {
+        result_.message = FirstErrorText(firmware);
+        finished_ = true;
+    } else if (reference.outputs.size() != ticket.tests.size()) {
+        result_.message = "This ticket's reference has not been prepared.";
+        finished_ = true;
+    } else {
+        program_ = Load(firmware, ticket.machine);
+        result_.tests.reserve(ticket.tests.size());
+    }
+}
+
+bool VerifyRun::Run(Tick ticks) {
+    while (!finished_) {
+        const std::size_t test = result_.tests.size();
+        if (!begun_) {
+            const base::Status begun =
+                BeginTest(session_, ticket_, test, program_, &reference_.outputs[test]);
+            if (!begun) {
+                Keep({{false, FailureKind::Short, 0, std::nullopt, begun.Message()}, 0});
+                continue;
+            }
+            begun_ = true;
+        }
+        const Tick before = session_.CurrentTick();
+        session_.RunUpTo(before + std::min(ticks, ticket_.max_ticks));
+        if (!session_.Finished()) return true;
+        ticks -= std::min(ticks, session_.CurrentTick() - before);
+        Keep({session_.Verdict(), session_.OutputTicks()});
+    }
+    return false;
+}
+
+void VerifyRun::Keep(TestResult result) {
+    begun_ = false;
+    result_.tests.push_back(std::move(result));
+    if (result_.tests.size() < ticket_.tests.size()) return;
+    finished_ = true;
+    SumUp();
+}
+
+void VerifyRun::SumUp() {
+    for (std::size_t k = 0; k < result_.tests.size(); ++k) {
+        const TestResult& test = result_.tests[k];
+        if (test.verdict.passed) {
+            ++result_.passed;
+            result_.ticks += test.output_ticks;
+        } else if (result_.message.empty()) {
+            result_.message = TestFailureText(k, result_.tests.size(), test.verdict);
+        }
+    }
+    if (result_.AllPassed()) {
+        result_.message = Format("All %d tests pass in %u ticks with %d lines.", result_.total,
+                                 result_.ticks, result_.lines);
+    }
+}
+
 VerifyResult Verify(const Ticket& ticket, const Reference& reference, const Assembly& firmware,
                     Session& session) {
-    VerifyResult result;
-    result.total = static_cast<int>(ticket.tests.size());
-    result.lines = firmware.lines;
-    if (!firmware.errors.empty()) {
-        result.message = FirstErrorText(firmware);
-        return result;
+    VerifyRun verify(ticket, reference, firmware, session);
+    while (verify.Run(ticket.max_ticks)) {
     }
-    if (reference.outputs.size() != ticket.tests.size()) {
-        result.message = "This ticket's reference has not been prepared.";
-        return result;
-    }
-    const Program program = Load(firmware, ticket.machine);
-    result.tests.reserve(ticket.tests.size());
-    for (std::size_t k = 0; k < ticket.tests.size(); ++k) {
-        result.tests.push_back(RunTest(session, ticket, k, program, reference.outputs[k]));
-    }
-    SumUp(result);
-    return result;
+    return verify.Result();
 }
 
 std::string FirstErrorText(const Assembly& firmware) {

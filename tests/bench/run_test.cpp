@@ -29,7 +29,11 @@ const std::map<std::string, void (*)(BenchRun&)> kCommands = {
     {"run", [](BenchRun& run) { run.Run(); }},
     {"step", [](BenchRun& run) { run.Step(); }},
     {"end", [](BenchRun& run) { run.RunToEnd(); }},
-    {"verify", [](BenchRun& run) { run.Verify(); }},
+    {"verify",
+     [](BenchRun& run) {
+         if (run.BeginVerify()) run.FinishVerify();
+     }},
+    {"back", [](BenchRun& run) { run.StepBack(); }},
     {"pause", [](BenchRun& run) { run.Pause(); }},
     {"reset", [](BenchRun& run) { run.Reset(); }},
     {"next", [](BenchRun& run) { run.SelectTest(run.TestIndex() + 1); }},

@@ -53,10 +53,17 @@ private:
     void Do(Command command);
     void RunOrPause();
     void Step();
+    void StepBack();
     void RunToEnd();
     void Reset();
     void Verify();
+    void EndVerify();
     void Ship();
+    void ToFailure();
+    void ToggleBreakpoint(int line);
+    void SetBreakpoints();
+    void OpenPage(std::string_view page);
+    void Leave();
     void Save();
     void UseSlot(int slot);
     void OpenBinder();
@@ -72,10 +79,13 @@ private:
     void MovePanel(int by);
 
     // What follows from them.
+    void SetStage();
     void Edited();
     void Assemble();
     void Refused();
     void RunChanged();
+    void RunStopped();
+    void LookAtCursor();
     void Report();
     void MarkEditor();
     void FillTicket();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -14,6 +15,7 @@ enum class Command : std::uint8_t {
     ToggleCard,
     RunOrPause,
     Step,
+    StepBack,
     RunToEnd,
     Verify,
     Menu,
@@ -25,6 +27,14 @@ enum class Command : std::uint8_t {
     ThirdSlot,
     PreviousTest,
     NextTest,
+    ToFailure,
+    ToggleBreakpoint,
+    CursorBack,
+    CursorForward,
+    ZoomIn,
+    ZoomOut,
+    WholeTest,
+    Board,
     SlowerSpeed,
     FasterSpeed,
     CycleSpeed,
@@ -38,11 +48,24 @@ enum class Command : std::uint8_t {
     PreviousPanel,
 };
 
+// The buttons above the lanes.
+struct ZoomControl {
+    Command command;
+    std::string_view label;
+    std::string_view hint;
+};
+inline constexpr std::array<ZoomControl, 3> kZoomControls = {{
+    {Command::ZoomIn, "+", "Zoom in."},
+    {Command::ZoomOut, "-", "Zoom out."},
+    {Command::WholeTest, "Whole", "The whole test."},
+}};
+
 enum class Listed : std::uint8_t {
     Never,
     Always,
     BelowHundred,  // columns
     FromHundred,
+    AfterFailure,  // from a hundred columns, while a test stands as failed
 };
 
 // One key of the bench: what it does, from which stage on, and how the key bar names it. Keys of
@@ -64,6 +87,6 @@ const BenchKey* FindBenchKey(const zo::ui::KeyPress& key);
 int StageOf(Command command);
 
 // Whether the key is worth naming on a bench of this width.
-bool IsListed(const BenchKey& key, int columns);
+bool IsListed(const BenchKey& key, int columns, bool failed = false);
 
 }  // namespace Kest

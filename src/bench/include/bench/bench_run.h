@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "bench/moment.h"
 #include "bench/trace_cells.h"
 #include "card/assembler.h"
 #include "content/content.h"
@@ -23,7 +24,7 @@ inline constexpr std::array<RunSpeed, 5> kRunSpeeds = {
     {{"Slow", 4}, {"Steady", 10}, {"Brisk", 24}, {"Fast", 60}, {"Rapid", 160}}};
 inline constexpr int kDefaultRunSpeed = 2;
 
-enum class RunState : std::uint8_t { NotRunning, Running, Paused, Passed, Failed };
+enum class RunState : std::uint8_t { NotRunning, Running, Paused, Passed, Failed, Verifying };
 enum class TestMark : std::uint8_t { None, Passed, Failed };
 
 // What the reference did in a test: the bytes that the card is to send and deliver, the bytes that
@@ -33,12 +34,6 @@ struct ReferenceRun {
     std::vector<SpecByte> delivered;
     kp::Bytes received;
     kp::Tick ticks = 0;
-};
-
-// The words that the card held before the last step or tick, to tell what that changed.
-struct CardWords {
-    std::array<std::uint16_t, kp::kRegisterWords> registers{};
-    std::array<std::uint16_t, kp::kMostRam> ram{};
 };
 
 // Firmware at work on a ticket's tests: assembles it, runs, steps and verifies, and says in the
@@ -57,15 +52,24 @@ public:
     // These are false when the firmware cannot run; the standing message says why.
     bool Run();       // goes on with a paused test; a finished one starts again
     bool Step();      // one instruction, however many ticks it takes
-    bool RunToEnd();  // at once
-    bool Verify();    // every test from reset, in order
+    bool RunToEnd();  // at once, past every breakpoint
+    // Every test from reset, in order; Advance does it in slices, FinishVerify at once.
+    bool BeginVerify();
+    void FinishVerify();
 
     void Pause();
     void Reset();
-    // Lets a running test have its ticks of the time that has passed.
+    // Back to where the instruction before the shown tick began; what the run did from there on is
+    // forgotten. False when there is nothing to go back to.
+    bool StepBack();
+    // Lets a running test have its ticks of the time that has passed, and a verify its slice.
     void Advance(double seconds);
-    // Until the next tick of a running test is due.
+    // Until Advance has something to do.
     double SecondsToNextTick() const;
+    // Source lines, from 1, before whose instructions a running test pauses.
+    void SetBreakpoints(std::vector<int> lines) { breakpoints_ = std::move(lines); }
+    // Whether a verify sets its marks one after the other for the eye.
+    void SetMotion(bool motion) { motion_ = motion; }
     void SetSpeed(int index) { speed_ = index; }
     int Speed() const { return speed_; }
 
@@ -85,32 +89,48 @@ public:
     TestMark Mark(std::size_t test) const { return marks_[test]; }
     const std::string& TestTitle() const { return test_title_; }  // "Test 2 of 6: One NAK"
     const ReferenceRun& CalledFor() const { return reference_; }
+    // The first test of the deck whose last run failed.
+    std::optional<std::size_t> FirstFailed() const;
     // The last verify; null when the firmware has changed since.
     const kp::VerifyResult* LastVerify() const { return verified_ ? &*verified_ : nullptr; }
 
     // The run; null before the first tick and after a reset.
-    const kp::Session* Session() const { return begun_ ? &session_ : nullptr; }
+    const kp::Session* Session() const { return begun_ ? &live_.Session() : nullptr; }
+    std::span<const std::uint8_t> Received() const { return live_.Received(); }
+    std::size_t BytesRead() const { return live_.BytesRead(); }
+
+    // Shows the card as it was when this past tick had ended; without one, or on the run's last
+    // tick and behind it, as it is.
+    void Look(std::optional<kp::Tick> tick);
+
+    // What is shown: the run as it stands, or a past tick of it.
+    RunState ShownState() const { return looks_back_ ? RunState::Paused : state_; }
     // The card, in its reset state without a run.
-    const kp::Processor& Card() const { return begun_ ? session_.Card() : idle_card_; }
-    const CardWords& WordsBefore() const { return before_; }
-    int TimerTicks() const { return timer_ticks_; }  // that the timer was last started with
-    std::span<const std::uint8_t> Received() const { return received_; }  // that entered the buffer
-    std::size_t BytesRead() const { return bytes_read_; }                 // of those
-    int LineOf(std::uint16_t instruction) const;
+    const kp::Processor& Card() const { return begun_ ? Shown().Session().Card() : idle_card_; }
+    const CardWords& WordsBefore() const { return Shown().WordsBefore(); }
+    int TimerTicks() const { return Shown().TimerTicks(); }
+    // The tick that begins now on the card.
+    kp::Tick CardTick() const { return begun_ ? Shown().Session().CurrentTick() : 0; }
     // The tick to show as the run's: the next one, or the one that failed.
     kp::Tick ShownTick() const;
     // The source line that runs next, or that the test failed on; 0 without a run.
     int ShownLine() const;
+    int LineOf(std::uint16_t instruction) const;
     TraceData Trace() const;
 
 private:
+    const Moment& Shown() const { return looks_back_ ? past_ : live_; }
     bool Ready();
     bool Refuse(std::string why);
     bool EnsureSession();
     void Forget();
     void RunTick();
-    void Follow(std::span<const kp::TraceEvent> events);
-    void RememberWords();
+    bool AtBreakpoint() const;
+    kp::Tick InstructionBefore(kp::Tick tick) const;
+    void SayNextLine();
+    void AdvanceVerify(double seconds);
+    void ShowMarks(std::size_t count);
+    void EndVerify();
     void Finish();
     void Explain(std::size_t test);
     void Say(std::string text, bool alert = false);
@@ -121,7 +141,9 @@ private:
     kp::Processor idle_card_;
     kp::Assembly assembly_;
     kp::Program program_;
-    kp::Session session_;
+    Moment live_;
+    Moment past_;
+    bool looks_back_ = false;
     kp::Session scratch_;  // for whatever must not disturb the run that is shown
     ReferenceRun reference_;
     std::size_t test_ = 0;
@@ -129,13 +151,15 @@ private:
     bool begun_ = false;
     RunState state_ = RunState::NotRunning;
     int speed_ = kDefaultRunSpeed;
+    bool motion_ = false;
     double ticks_due_ = 0;
-    std::vector<CardTick> card_ticks_;
-    CardWords before_;
-    int timer_ticks_ = 0;
-    kp::Bytes received_;
-    std::size_t bytes_read_ = 0;
+    std::vector<Kest::CardTick> card_ticks_;
+    std::vector<int> breakpoints_;
+    bool arrives_ = false;  // the next instruction has not been begun
     std::vector<TestMark> marks_;
+    std::optional<kp::VerifyRun> verify_;  // while one is under way
+    double verify_seconds_ = 0;
+    std::size_t marks_shown_ = 0;  // of the verify
     std::optional<kp::VerifyResult> verified_;
     std::string standing_;
     bool alert_ = false;

@@ -28,6 +28,7 @@ public:
     bool HasControls() const { return !shown_.empty(); }
 
 private:
+    enum class Where : std::uint8_t;
     struct Control;
     static const Control kControls[];
 

@@ -52,7 +52,8 @@ struct TraceData {
     std::span<const CardTick> card;  // one a tick run
     std::span<const SpecByte> to_transmit;
     std::span<const SpecByte> to_deliver;
-    std::optional<kp::Tick> failed;
+    std::optional<kp::Tick> failed = std::nullopt;
+    std::optional<kp::Tick> cursor = std::nullopt;
 };
 
 struct TraceView {

@@ -48,7 +48,10 @@ public:
     bool StepInstruction();
     // The same ticks as StepTick by StepTick, faster: what nothing from outside can touch is run,
     // or waited for, in one go.
-    void RunToEnd();
+    void RunToEnd() { RunUpTo(kNever); }
+    // The same, but stops before this tick if the test has not finished earlier. A card that waited
+    // on the last tick may not have looked at its clock then, so that its `clk` lags.
+    void RunUpTo(Tick tick);
 
     bool Finished() const { return finished_; }
     const kp::Verdict& Verdict() const { return verdict_; }  // once finished
@@ -166,6 +169,7 @@ private:
     Tick last_activity_ = 0;
     Tick output_ticks_ = 0;
     Tick line_free_ = 0;
+    Tick stop_at_ = kNever;             // RunUpTo's
     Tick act_at_ = 0;                   // the far end need not act before this tick
     Tick deadline_passed_at_ = kNever;  // the first tick on which an open deadline has been missed
     std::size_t open_windows_ = 0;

@@ -46,7 +46,33 @@ base::Result<Reference> ProveReference(const Ticket& ticket, std::string_view fi
 base::Status BeginTest(Session& session, const Ticket& ticket, std::size_t test,
                        const Program& program, const ExpectedOutput* expected);
 
-// Runs every test of the deck, also after one has failed.
+// A verify that is done in slices: every test of the deck in order, also after one has failed. What
+// it is made from must outlive it.
+class VerifyRun {
+public:
+    VerifyRun(const Ticket& ticket, const Reference& reference, const Assembly& firmware,
+              Session& session);
+
+    // Runs this many ticks more, or a few more than that. False once the whole deck has run.
+    bool Run(Tick ticks);
+    bool Finished() const { return finished_; }
+    // The tests that have run so far; with the summary once the deck has.
+    const VerifyResult& Result() const { return result_; }
+
+private:
+    void Keep(TestResult result);
+    void SumUp();
+
+    const Ticket& ticket_;
+    const Reference& reference_;
+    Session& session_;
+    Program program_;
+    bool begun_ = false;  // the session is on the test behind those that have run
+    bool finished_ = false;
+    VerifyResult result_;
+};
+
+// The same in one go.
 VerifyResult Verify(const Ticket& ticket, const Reference& reference, const Assembly& firmware,
                     Session& session);
 

@@ -44,6 +44,7 @@ public:
     // The new entry, for its handlers to be set.
     Pressable& Add(const Rect& area, std::string_view hint = {});
 
+    std::optional<Point> Pointer() const { return pointer_; }  // none while it is elsewhere
     bool Hovered(const Rect& area) const;
     // The button went down inside and is still held.
     bool Pressed(const Rect& area) const;
