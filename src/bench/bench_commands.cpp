@@ -61,7 +61,25 @@ constexpr std::array kKeys = {
     BenchKey{Plain(Key::Tab, kControlShift), Command::PreviousPanel, 0, "", Listed::Never, true},
 };
 
+// The right stick moves the trace's cursor and zooms.
+constexpr std::array kPadKeys = {
+    PadKey{zo::ui::PadButton::X, Plain(Key::F5)},
+    PadKey{zo::ui::PadButton::Y, Plain(Key::F8)},
+    PadKey{zo::ui::PadButton::LeftShoulder, Plain(Key::Tab, kControlShift)},
+    PadKey{zo::ui::PadButton::RightShoulder, Plain(Key::Tab, kControl)},
+    PadKey{zo::ui::PadButton::LeftTrigger, Plain(Key::PageUp, kControl)},
+    PadKey{zo::ui::PadButton::RightTrigger, Plain(Key::PageDown, kControl)},
+    PadKey{zo::ui::PadButton::RightStickLeft, Plain(Key::Left, kAlt)},
+    PadKey{zo::ui::PadButton::RightStickRight, Plain(Key::Right, kAlt)},
+    PadKey{zo::ui::PadButton::RightStickUp, Plain(Key::Up, kAlt)},
+    PadKey{zo::ui::PadButton::RightStickDown, Plain(Key::Down, kAlt)},
+};
+
 }  // namespace
+
+std::span<const PadKey> BenchPadKeys() {
+    return kPadKeys;
+}
 
 std::span<const BenchKey> BenchKeys() {
     return kKeys;

@@ -8,6 +8,7 @@
 
 #include "platform/folders.h"
 #include "sdl_input.h"
+#include "sdl_pads.h"
 
 namespace zo::platform {
 namespace {
@@ -65,6 +66,18 @@ private:
     bool started_ = false;
 };
 
+double Now() {
+    const auto since = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double>(since).count();
+}
+
+// As SDL waits: a negative number is for ever.
+int Milliseconds(double seconds) {
+    constexpr double kLongest = 3600;
+    if (seconds < 0) return -1;
+    return static_cast<int>(std::ceil(std::min(seconds, kLongest) * 1000));
+}
+
 class SdlWindow final : public Window {
 public:
     SdlWindow(std::unique_ptr<Video> video, WindowHandle window, std::unique_ptr<Painter> painter)
@@ -82,12 +95,14 @@ public:
     void SetClipboardText(const std::string& text) override;
 
 private:
+    std::optional<ui::InputEvent> Translate(const SDL_Event& event);
     void Present(const std::vector<PixelRect>& changed, SDL_Surface& surface);
 
     std::unique_ptr<Video> video_;  // outlives the window
     WindowHandle window_;
     std::unique_ptr<Painter> painter_;
     SdlInput input_;
+    SdlPads pads_;
     PixelBuffer buffer_;
     std::vector<SDL_Rect> rects_;
     bool present_all_ = true;  // the window's surface has lost what was presented
@@ -152,30 +167,34 @@ void SdlWindow::Present(const std::vector<PixelRect>& changed, SDL_Surface& surf
 }
 
 std::optional<ui::InputEvent> SdlWindow::NextEvent(double timeout_seconds) {
-    using Time = std::chrono::steady_clock;
-    constexpr double kLongest = 3600;
-    const std::chrono::duration<double> wait(std::clamp(timeout_seconds, 0.0, kLongest));
-    const auto end = Time::now() + std::chrono::duration_cast<Time::duration>(wait);
+    const double end = Now() + timeout_seconds;
     for (;;) {
-        int milliseconds = -1;
-        if (timeout_seconds >= 0) {
-            const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Time::now());
-            milliseconds = static_cast<int>(std::max<std::int64_t>(0, left.count()));
-        }
+        const double now = Now();
+        const bool focused = SDL_GetKeyboardFocus() == window_.get();
+        pads_.Poll(now, focused);
+        if (const std::optional<ui::PadPress> press = pads_.Repeat(now)) return *press;
+        double wait = timeout_seconds < 0 ? -1 : std::max(end - now, 0.0);
+        const double next_pad = pads_.SecondsToNext(now, focused);
+        if (next_pad >= 0 && (wait < 0 || next_pad < wait)) wait = next_pad;
         SDL_Event event;
-        if (SDL_WaitEventTimeout(&event, milliseconds) == 0) {
-            if (timeout_seconds >= 0 && Time::now() >= end) return std::nullopt;
-            continue;  // it wakes a fraction of a millisecond early
+        if (SDL_WaitEventTimeout(&event, Milliseconds(wait)) == 0) {
+            if (timeout_seconds >= 0 && Now() >= end) return std::nullopt;
+        } else if (std::optional<ui::InputEvent> input = Translate(event)) {
+            return input;
         }
-        std::optional<ui::InputEvent> input = input_.Translate(event);
-        if (!input) continue;
-        if (std::holds_alternative<ui::WindowResized>(*input)) {
-            input = ui::WindowResized{Size(), DisplayScale()};
-            present_all_ = true;
-        }
-        if (std::holds_alternative<ui::WindowExposed>(*input)) present_all_ = true;
-        return input;
     }
+}
+
+std::optional<ui::InputEvent> SdlWindow::Translate(const SDL_Event& event) {
+    if (const std::optional<ui::PadPress> press = pads_.Translate(event, Now())) return *press;
+    std::optional<ui::InputEvent> input = input_.Translate(event);
+    if (!input) return std::nullopt;
+    if (std::holds_alternative<ui::WindowResized>(*input)) {
+        input = ui::WindowResized{Size(), DisplayScale()};
+        present_all_ = true;
+    }
+    if (std::holds_alternative<ui::WindowExposed>(*input)) present_all_ = true;
+    return input;
 }
 
 std::string SdlWindow::ClipboardText() {

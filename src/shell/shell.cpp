@@ -39,7 +39,10 @@ Shell::Shell(ShellParts parts) : parts_(std::move(parts)) {
     }
     if (parts_.closed_override >= 0) TreatAsClosed(parts_.closed_override);
     now_ = played_until_ = parts_.clock.Seconds();
-    press_key_ = [this](const zo::ui::KeyPress& key) { HandleKey(key); };
+    press_key_ = [this](const zo::ui::KeyPress& key) {
+        HandleKey(key);
+        drop_text_ = false;  // a press of the pointer makes no text
+    };
     ApplySettings();
 }
 

@@ -39,6 +39,7 @@ void Shell::Handle(const InputEvent& event) {
                    [&](const KeyPress& key) { HandleKey(key); },
                    [&](const zo::ui::TextInput& input) { HandleText(input.text); },
                    [&](const PointerInput& pointer) { HandlePointer(pointer); },
+                   [&](const zo::ui::PadPress& press) { HandlePad(press); },
                    [&](const zo::ui::WindowResized& resized) {
                        SetWindow(resized.size, resized.display_scale);
                    },

@@ -92,6 +92,10 @@ void Pressables::LetGo() {
 
 bool Pressables::Wheel(Point at, int steps, const Modifiers& with) {
     pointer_ = at;
+    return Scroll(at, steps, with);
+}
+
+bool Pressables::Scroll(Point at, int steps, const Modifiers& with) {
     const Pressable* entry =
         Topmost(at, [](const Pressable& candidate) { return bool(candidate.wheel); });
     if (!entry) return false;

@@ -5,6 +5,7 @@
 //     now a                     the topmost screen before the next frame
 //     a unsaved cannot write x  what is true of the screen a, see Probe::Set()
 //     key F5                    as it comes, between two frames
+//     pad A                     a button of the controller, by its name in kPad
 //     point 11,5                the pointer, nothing pressed
 //     hold 11,5 / let-go 11,5   its button goes down; and up
 //     idle 10                   seconds pass and no frame is due
@@ -64,6 +65,7 @@ public:
         log_ += name_ + " types " + std::string(utf8) + ", ";
         return true;
     }
+    std::span<const PadKey> PadKeys() const override;
     std::optional<double> NextFrameAt() const override { return next_frame_; }
     base::Status SaveWork() override {
         return unsaved_.empty() ? base::Status() : base::Status(base::Failure{unsaved_});
@@ -74,6 +76,7 @@ public:
         if (what == "caret") caret_ = true;
         if (what == "uses-keys") uses_keys_ = true;
         if (what == "answers") answer_ = words;
+        if (what == "own-pad") own_pad_ = true;
         if (what == "standing") standing_ = words;
         if (what == "unsaved") unsaved_ = words;
         if (what == "due-now") next_frame_ = 0;
@@ -84,11 +87,22 @@ private:
     std::string& log_;
     bool caret_ = false;
     bool uses_keys_ = false;
+    bool own_pad_ = false;
     std::string answer_;  // shown at every key
     std::string standing_;
     std::string unsaved_;
     std::optional<double> next_frame_;
 };
+
+constexpr PadKey kOwnPad[] = {
+    {zo::ui::PadButton::X, {.key = zo::ui::Key::F5}},
+    {zo::ui::PadButton::RightTrigger, {.key = zo::ui::Key::PageDown, .with = {.control = true}}},
+};
+
+std::span<const PadKey> Probe::PadKeys() const {
+    if (own_pad_) return kOwnPad;
+    return {};
+}
 
 struct Stage {
     std::string log;
@@ -147,6 +161,19 @@ const std::map<std::string, bool Settings::*> kSwitches = {
     {"large", &Settings::large_text},
 };
 
+const std::map<std::string, zo::ui::PadButton> kPad = {
+    {"Up", zo::ui::PadButton::Up},
+    {"A", zo::ui::PadButton::A},
+    {"B", zo::ui::PadButton::B},
+    {"X", zo::ui::PadButton::X},
+    {"Y", zo::ui::PadButton::Y},
+    {"LB", zo::ui::PadButton::LeftShoulder},
+    {"RB", zo::ui::PadButton::RightShoulder},
+    {"RT", zo::ui::PadButton::RightTrigger},
+    {"Start", zo::ui::PadButton::Start},
+    {"stick-down", zo::ui::PadButton::RightStickDown},
+};
+
 using Deed = std::function<void(Stage&, const std::string&)>;
 
 const std::map<std::string, Deed> kDeeds = {
@@ -154,6 +181,8 @@ const std::map<std::string, Deed> kDeeds = {
     {"switch", [](Stage& s, const std::string& name) { s.game.shell.SwitchTo(s.Make(name)); }},
     {"a", [](Stage& s, const std::string& words) { s.a->Set(words); }},
     {"key", [](Stage& s, const std::string& name) { s.game.shell.Handle(fake::KeyNamed(name)); }},
+    {"pad",
+     [](Stage& s, const std::string& name) { s.game.Handle(zo::ui::PadPress{kPad.at(name)}); }},
     {"point", [](Stage& s, const std::string& at) { s.Point(at, zo::ui::PointerAction::Move); }},
     {"hold", [](Stage& s, const std::string& at) { s.Point(at, zo::ui::PointerAction::Press); }},
     {"let-go",

@@ -39,6 +39,7 @@ public:
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override;
     bool Text(std::string_view utf8) override;
+    std::span<const PadKey> PadKeys() const override { return BenchPadKeys(); }
     base::Status SaveWork() override;
     // "empty", "errors", "running", "failed", "passed", "results".
     bool CaptureRequest(std::string_view request) override;

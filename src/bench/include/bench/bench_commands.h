@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "cells/input.h"
+#include "shell/screen.h"
 
 namespace Kest {
 
@@ -82,6 +83,9 @@ struct BenchKey {
 // In the order of the key bar.
 std::span<const BenchKey> BenchKeys();
 const BenchKey* FindBenchKey(const zo::ui::KeyPress& key);
+
+// The keys that the controller's buttons are on the bench.
+std::span<const PadKey> BenchPadKeys();
 
 // The stage from which a command is open.
 int StageOf(Command command);

@@ -79,6 +79,36 @@ struct PointerInput {
     Modifiers with = {};
 };
 
+// A game controller's buttons by where they are, its sticks as four buttons each. The left stick is
+// the pad.
+enum class PadButton : std::uint8_t {
+    Up,
+    Down,
+    Left,
+    Right,
+    A,
+    B,
+    X,
+    Y,
+    LeftShoulder,
+    RightShoulder,
+    LeftTrigger,
+    RightTrigger,
+    Start,
+    Back,
+    RightStickUp,
+    RightStickDown,
+    RightStickLeft,
+    RightStickRight,
+};
+
+// A button went down, or a direction that is held repeats.
+struct PadPress {
+    PadButton button;
+    bool repeat = false;
+    bool operator==(const PadPress&) const = default;
+};
+
 // The window's size, or the scale of the display that it stands on, is another.
 struct WindowResized {
     PixelSize size;
@@ -91,8 +121,8 @@ struct FocusChanged {
 };
 struct CloseRequested {};
 
-using InputEvent = std::variant<KeyPress, TextInput, PointerInput, WindowResized, WindowExposed,
-                                WindowMinimised, FocusChanged, CloseRequested>;
+using InputEvent = std::variant<KeyPress, TextInput, PointerInput, PadPress, WindowResized,
+                                WindowExposed, WindowMinimised, FocusChanged, CloseRequested>;
 
 // A key's name as the key bar writes it: "F5", "Ctrl+S", "Alt+X", "PgUp".
 std::string KeyName(const KeyPress& key);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,12 @@
 namespace Kest {
 
 class Shell;
+
+// What a button of the game controller does, as a key.
+struct PadKey {
+    zo::ui::PadButton button;
+    zo::ui::KeyPress key;
+};
 
 // What the rows around a screen's body show: the only source of the top bar, the key bar and the
 // right end of the status line. Filled anew with each frame.
@@ -61,6 +68,12 @@ public:
     // Each returns whether it was used. A key that was used does not arrive as text too.
     virtual bool Key(const zo::ui::KeyPress& /*key*/) { return false; }
     virtual bool Text(std::string_view /*utf8*/) { return false; }
+
+    // What the controller's buttons do here other than everywhere.
+    virtual std::span<const PadKey> PadKeys() const { return {}; }
+    // The pane that has focus, as drawn last: the controller's right stick scrolls it. Without one
+    // it scrolls what is in the middle, where overlays are.
+    virtual std::optional<zo::ui::Rect> FocusedPane() const { return std::nullopt; }
 
     // Saves what the player would lose with the screen. The failure is a sentence to show.
     virtual base::Status SaveWork() { return {}; }

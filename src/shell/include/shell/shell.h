@@ -170,6 +170,8 @@ private:
     void HandleKey(const zo::ui::KeyPress& key);
     void HandleText(const std::string& utf8);
     void HandlePointer(const zo::ui::PointerInput& pointer);
+    void HandlePad(const zo::ui::PadPress& press);
+    void ScrollByPad(zo::ui::PadButton button);
     zo::ui::Point CellAt(int x, int y) const;
     void RebuildGrid();
     void StackChanged();

@@ -57,6 +57,8 @@ public:
     bool Press(const PointerPress& press);
     bool Release(Point at);
     bool Wheel(Point at, int steps, const Modifiers& with);
+    // The wheel without the pointer.
+    bool Scroll(Point at, int steps, const Modifiers& with);
     // Forgets a press that is still held, so that its release does nothing.
     void LetGo();
 
