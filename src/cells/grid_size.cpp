@@ -8,9 +8,11 @@ namespace {
 
 constexpr PixelSize kClassicFloor = {160, 50};  // cells that the normal classic grid holds at least
 constexpr PixelSize kLargeFloor = {80, 25};
-constexpr double kModernHeight = 2.2;  // cell height over cell width
-constexpr double kSlack = 0.000001;    // so that an exact fit is not lost to rounding
-constexpr float kUnitsPerCell = 9;     // of the margins
+constexpr double kModernHeight = 2.2;     // cell height over cell width
+constexpr double kSlack = 0.000001;       // so that an exact fit is not lost to rounding
+constexpr float kUnitsPerCell = 9;        // of the margins
+constexpr float kThickLineScale = 1.75F;  // of the display; modern lines are two pixels from here
+constexpr int kThickLineCell = 8;         // pixels that a cell must have for them
 
 struct ClassicCell {
     int width = 1;
@@ -118,6 +120,9 @@ void SizeModern(Grid& grid, const GridRequest& request, PixelSize window) {
     grid.large_available = large > normal;
     grid.large = request.want_large && grid.large_available;
     grid.cell_width = grid.large ? large : normal;
+    const bool thick =
+        request.display_scale >= kThickLineScale && grid.cell_width >= kThickLineCell;
+    grid.line_pixels = thick ? 2 : 1;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "classic_font.h"
+#include "raster.h"
 
 namespace zo::gpu {
 namespace {
@@ -102,9 +103,10 @@ Mask Draw(Dots dots, char32_t glyph, const Raster& raster) {
 
 }  // namespace
 
-bool ClassicFace::Draw(char32_t glyph, const Raster& raster, Mask& cell) {
+bool ClassicFace::Draw(char32_t glyph, Mask& cell) {
     const std::optional<Dots> dots = FindClassicGlyph(glyph);
     if (!dots) return false;
+    const Raster raster = FitRaster(grid_, cell.Height());
     PutDots(gpu::Draw(*dots, glyph, raster), raster, Edge::Blank, cell);
     return true;
 }

@@ -8,7 +8,11 @@ namespace zo::gpu {
 // in cells too small for them.
 class ClassicFace final : public Face {
 public:
-    bool Draw(char32_t glyph, const Raster& raster, Mask& cell) override;
+    void Fit(const ui::Grid& grid) override { grid_ = grid; }
+    bool Draw(char32_t glyph, Mask& cell) override;
+
+private:
+    ui::Grid grid_;
 };
 
 }  // namespace zo::gpu

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "cells/grid_size.h"
 #include "mask.h"
-#include "raster.h"
 
 namespace zo::gpu {
 
@@ -9,8 +9,10 @@ namespace zo::gpu {
 class Face {
 public:
     virtual ~Face() = default;
+    // Says for which grid's cells the glyphs to come are.
+    virtual void Fit(const ui::Grid& grid) = 0;
     // Draws the glyph into the blank mask of a cell. False when the face does not have it.
-    virtual bool Draw(char32_t glyph, const Raster& raster, Mask& cell) = 0;
+    virtual bool Draw(char32_t glyph, Mask& cell) = 0;
 };
 
 }  // namespace zo::gpu

@@ -15,7 +15,8 @@ constexpr char32_t kReplacement = 0xFFFD;  // in the table's last place
 
 bool SameCells(const ui::Grid& a, const ui::Grid& b) {
     return a.look == b.look && a.cell_width == b.cell_width && a.cell_height == b.cell_height &&
-           a.font_pixel == b.font_pixel && a.nine_wide == b.nine_wide;
+           a.font_pixel == b.font_pixel && a.nine_wide == b.nine_wide &&
+           a.line_pixels == b.line_pixels;
 }
 
 Coverage CoverageOf(const Mask& mask) {
@@ -38,6 +39,8 @@ void GlyphCache::Prepare(const ui::Grid& grid) {
         entries_[i].assign(kCodePoints + 1, {});
     }
     levels_.clear();
+    classic_.Fit(grid);
+    modern_.Fit(grid);
 }
 
 Glyph GlyphCache::Find(char32_t code_point, int cell_height) {
@@ -45,7 +48,9 @@ Glyph GlyphCache::Find(char32_t code_point, int cell_height) {
     const bool known = code_point < kCodePoints;
     Entry& entry = entries_[height][known ? code_point : kCodePoints];
     if (entry.offset < 0) {
-        entry = Keep(Draw(known ? code_point : kReplacement, rasters_[height], cell_height));
+        Mask cell(grid_.cell_width, cell_height);
+        Draw(known ? code_point : kReplacement, height, cell);
+        entry = Keep(cell);
     }
     return {levels_.data() + entry.offset, entry.coverage};
 }
@@ -56,37 +61,45 @@ GlyphCache::Entry GlyphCache::Keep(const Mask& mask) {
     return entry;
 }
 
-Mask GlyphCache::Draw(char32_t code_point, const Raster& raster, int cell_height) {
-    Mask cell(grid_.cell_width, cell_height);
-    if (IsBoxLine(code_point)) return DrawLine(code_point, raster, cell_height);
-    if (IsBlock(code_point)) {
+void GlyphCache::Draw(char32_t code_point, std::size_t height, Mask& cell) {
+    if (IsBoxLine(code_point)) {
+        DrawLine(code_point, height, cell);
+    } else if (IsBlock(code_point)) {
         DrawBlock(code_point, cell);
     } else if (IsShade(code_point)) {
         DrawFlatShade(code_point, cell);
+    } else if (grid_.look == ui::Look::Modern && IsPointer(code_point)) {
+        DrawPointer(code_point, static_cast<int>(std::lround(grid_.cell_height / 2)), cell);
     } else if (IsTriangle(code_point)) {
-        Mask dots(raster.columns, raster.rows);
+        Mask dots(rasters_[height].columns, rasters_[height].rows);
         DrawTriangle(code_point, dots);
-        PutDots(dots, raster, Edge::Blank, cell);
-    } else if (code_point >= U' ' && !classic_.Draw(code_point, raster, cell)) {
-        classic_.Draw(kReplacement, raster, cell);
+        PutDots(dots, rasters_[height], Edge::Blank, cell);
+    } else if (code_point >= U' ') {
+        DrawLetter(code_point, cell);
     }
-    return cell;
 }
 
-Mask GlyphCache::DrawLine(char32_t code_point, const Raster& raster, int cell_height) const {
-    constexpr int kThickLineCell = 13;  // pixels; a modern line is two pixels thick from here
-    constexpr int kBoldLetters = 8;     // dots; letters have strokes of two dots from here
-    Mask cell(grid_.cell_width, cell_height);
+void GlyphCache::DrawLine(char32_t code_point, std::size_t height, Mask& cell) const {
+    constexpr int kBoldLetters = 8;  // dots; letters have strokes of two dots from here
     if (grid_.look == ui::Look::Modern) {
-        const int thick = grid_.cell_width >= kThickLineCell ? 2 : 1;
+        const int thick = grid_.line_pixels;
         DrawBoxLine(code_point, {thick, thick, true}, cell);
-        return cell;
+        return;
     }
+    const Raster& raster = rasters_[height];
     const int thick = raster.columns >= kBoldLetters ? 2 : 1;
     Mask dots(raster.columns, raster.rows);
     DrawBoxLine(code_point, {thick, thick, false}, dots);
     PutDots(dots, raster, Edge::Extended, cell);
-    return cell;
+}
+
+// What the look's own face lacks comes from the classic one.
+void GlyphCache::DrawLetter(char32_t code_point, Mask& cell) {
+    const auto draw = [&](char32_t glyph) {
+        const bool modern = grid_.look == ui::Look::Modern && modern_.Draw(glyph, cell);
+        return modern || classic_.Draw(glyph, cell);
+    };
+    if (!draw(code_point)) draw(kReplacement);
 }
 
 }  // namespace zo::gpu

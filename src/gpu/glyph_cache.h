@@ -6,6 +6,7 @@
 
 #include "cells/grid_size.h"
 #include "classic_face.h"
+#include "modern_face.h"
 #include "raster.h"
 
 namespace zo::gpu {
@@ -38,8 +39,9 @@ private:
         Coverage coverage = Coverage::Blank;
     };
 
-    Mask Draw(char32_t code_point, const Raster& raster, int cell_height);
-    Mask DrawLine(char32_t code_point, const Raster& raster, int cell_height) const;
+    void Draw(char32_t code_point, std::size_t height, Mask& cell);
+    void DrawLine(char32_t code_point, std::size_t height, Mask& cell) const;
+    void DrawLetter(char32_t code_point, Mask& cell);
     Entry Keep(const Mask& mask);
 
     ui::Grid grid_ = {.columns = 0};
@@ -48,6 +50,7 @@ private:
     std::array<std::vector<Entry>, 2> entries_;  // by code point, for each height
     std::vector<Level> levels_;
     ClassicFace classic_;
+    ModernFace modern_;
 };
 
 }  // namespace zo::gpu

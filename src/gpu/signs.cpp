@@ -1,7 +1,9 @@
 #include "signs.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <iterator>
 
 namespace zo::gpu {
 namespace {
@@ -57,6 +59,53 @@ void FillEighths(const Eighths& block, Mask& cell) {
               part(cell.Width(), block.right), part(cell.Height(), block.bottom));
 }
 
+// Pixels are sampled in so many places a side; corners stand between those.
+constexpr int kSamples = 8;
+constexpr int kPixel = 2 * kSamples;
+
+struct Point {
+    int x, y;  // kPixel to a pixel
+};
+
+// The four corners of a pointer, clockwise, in a square from -1 to 1; a triangle has one twice.
+struct Pointer {
+    char32_t glyph;
+    std::array<Point, 4> corners;
+};
+constexpr Pointer kPointers[] = {
+    {0x25B2, {{{0, -1}, {1, 1}, {-1, 1}, {-1, 1}}}},
+    {0x25BA, {{{-1, -1}, {1, 0}, {-1, 1}, {-1, 1}}}},
+    {0x25BC, {{{-1, -1}, {1, -1}, {0, 1}, {0, 1}}}},
+    {0x25C4, {{{1, -1}, {1, 1}, {-1, 0}, {-1, 0}}}},
+    {0x2666, {{{0, -1}, {1, 0}, {0, 1}, {-1, 0}}}},
+};
+
+const Pointer* FindPointer(char32_t glyph) {
+    const auto* found = std::find_if(std::begin(kPointers), std::end(kPointers),
+                                     [=](const Pointer& row) { return row.glyph == glyph; });
+    return found == std::end(kPointers) ? nullptr : found;
+}
+
+bool IsInside(const std::array<Point, 4>& corners, Point point) {
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const Point from = corners[i], to = corners[(i + 1) % corners.size()];
+        const int side =
+            (to.x - from.x) * (point.y - from.y) - (to.y - from.y) * (point.x - from.x);
+        if (side < 0) return false;
+    }
+    return true;
+}
+
+Level CoverageAt(int x, int y, const std::array<Point, 4>& corners) {
+    int inside = 0;
+    for (int row = 1; row < kPixel; row += 2) {
+        for (int column = 1; column < kPixel; column += 2) {
+            inside += IsInside(corners, {x * kPixel + column, y * kPixel + row});
+        }
+    }
+    return static_cast<Level>(inside * kFull / (kSamples * kSamples));
+}
+
 }  // namespace
 
 void DrawBlock(char32_t glyph, Mask& cell) {
@@ -87,6 +136,24 @@ void DrawTriangle(char32_t glyph, Mask& dots) {
                          : glyph == kRight ? 0
                                            : dots.Width() - length;
         dots.Fill(left, top + row, left + length, top + row + 1);
+    }
+}
+
+bool IsPointer(char32_t glyph) {
+    return FindPointer(glyph) != nullptr;
+}
+
+void DrawPointer(char32_t glyph, int middle_row, Mask& cell) {
+    const int free = std::max(1, (cell.Width() + 5) / 10);  // pixels at either side
+    const int across = (cell.Width() - 2 * free) * kPixel / 2;
+    const int along = (cell.Width() - 2 * free + 1) / 2 * kPixel;  // whole, for sharp edges
+    std::array<Point, 4> corners = FindPointer(glyph)->corners;
+    for (Point& corner : corners) {
+        corner.x = cell.Width() * kPixel / 2 + corner.x * across;
+        corner.y = middle_row * kPixel + corner.y * along;
+    }
+    for (int y = 0; y < cell.Height(); ++y) {
+        for (int x = 0; x < cell.Width(); ++x) cell.Set(x, y, CoverageAt(x, y, corners));
     }
 }
 

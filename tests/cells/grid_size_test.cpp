@@ -73,6 +73,7 @@ TEST_CASE("a classic cell is a whole number of font pixels, nine wide where that
         {{1200, 750}, false, true, 1, 7, 0, false},   {{1280, 800}, false, true, 0.8F, 6, 0, false},
         {{1440, 900}, false, true, 0.8F, 7, 0, true}, {{1440, 900}, true, true, 0.8F, 14, 0, true},
         {{1280, 800}, false, true, 0, 8, 1, false},   {{1600, 1000}, true, true, 0.5F, 9, 1, true},
+        {{11520, 7200}, false, true, 1, 72, 8, true},
     };
     for (const auto& c : cases) {
         CAPTURE(c.window.width);
@@ -122,6 +123,22 @@ TEST_CASE("the grid is centred, and its rows cover its height without gaps") {
                 CHECK(std::abs(static_cast<float>(height) - grid.cell_height) < 1);
             }
         }
+    }
+}
+
+TEST_CASE("modern lines are two pixels thick from a display scale of 1.75, where cells allow") {
+    const struct {
+        PixelSize window;
+        float scale;
+        int line_pixels;
+    } cases[] = {{{3840, 2160}, 1, 1}, {{3840, 2160}, 1.5F, 1}, {{3840, 2160}, 1.75F, 2},
+                 {{1280, 880}, 2, 2},  {{1279, 880}, 2, 1},     {{600, 380}, 4, 1}};
+    for (const auto& c : cases) {
+        CAPTURE(c.window.width);
+        CAPTURE(c.scale);
+        const Grid grid =
+            SizeGrid({.window = c.window, .look = Look::Modern, .display_scale = c.scale});
+        CHECK(grid.line_pixels == c.line_pixels);
     }
 }
 

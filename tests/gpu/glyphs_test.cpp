@@ -1,6 +1,7 @@
 #include <doctest/doctest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 
 #include "canvas.h"
@@ -66,17 +67,21 @@ TEST_CASE("narrow cells keep a letter's strokes, its gap to the next and a commo
 }
 
 TEST_CASE("every glyph of the code page is there and unlike any other, ASCII in small cells too") {
-    for (const int width : {4, 5, 6, 7, 8, 9, 16}) {
-        CAPTURE(width);
-        const auto pixels = [width](char32_t glyph) {
+    std::vector<Grid> grids;
+    for (const int width : {4, 5, 6, 7, 8, 9, 16}) grids.push_back(Classic(width, 1, 1));
+    for (const int width : {5, 6, 7, 8, 9, 11, 15, 18}) grids.push_back(Modern(width, 1, 1));
+    for (const Grid& grid : grids) {
+        CAPTURE(grid.look);
+        CAPTURE(grid.cell_width);
+        const auto pixels = [&grid](char32_t glyph) {
             const std::string text = base::ToUtf8(std::u32string(1, glyph));
-            return Painted(Text(Classic(width, 1, 1), {text})).pixels;
+            return Painted(Text(grid, {text})).pixels;
         };
         std::map<std::vector<std::uint32_t>, char32_t> seen;
         seen.emplace(pixels(U' '), U' ');
         seen.emplace(pixels(U'日'), U'日');  // shows the sign for a missing glyph
         for (const char32_t glyph : base::ToUtf32(kCodePage)) {
-            if (width < 6 && glyph > U'~') continue;
+            if (grid.cell_width < 6 && glyph > U'~') continue;
             const auto [other, is_new] = seen.emplace(pixels(glyph), glyph);
             CHECK_MESSAGE(is_new, base::ToUtf8(std::u32string{glyph, U' ', other->second}));
         }
@@ -90,16 +95,52 @@ TEST_CASE("glyphs outside the face show as the sign for a missing glyph, control
     CHECK(GlyphArt(grid, U'\t') == GlyphArt(grid, U' '));
 }
 
-TEST_CASE("the modern look centres a letter in rows that differ by a pixel") {
-    const Grid grid = Modern(8, 1, 5);
-    const auto buffer = Painted(Text(grid, {"A", "A", "A", "A", "A"}));
-    for (int row = 0; row < grid.rows; ++row) {
-        CAPTURE(row);
-        const int top = grid.RowTop(row);
-        const int above = (grid.RowTop(row + 1) - top - 16) / 2;
-        CHECK(At(buffer, 3, top + above + 1) == 0);
-        CHECK(At(buffer, 3, top + above + 2) == kWhite);
-        CHECK(At(buffer, 1, top + above + 12) == kWhite);
-        CHECK(At(buffer, 1, top + above + 13) == 0);
+TEST_CASE("modern letters stand whole on one baseline in rows that differ by a pixel") {
+    for (const int width : {5, 6, 7, 8, 9, 11, 15, 18}) {
+        CAPTURE(width);
+        const Grid grid = Modern(width, 10, 5);
+        const auto buffer = Painted(Text(grid, std::vector<std::string>(5, "HmxE1gpqyQ")));
+        const auto at = [&](int row, int x, int y) { return At(buffer, x, grid.RowTop(row) + y); };
+        const int low = static_cast<int>(grid.cell_height);  // the height of every row at least
+        const int below = width / 3;  // pixel rows for what hangs under the line, at least
+        for (int x = 0; x < 10 * width; ++x) {
+            for (int row = 0; row < grid.rows; ++row) {
+                for (int y = 0; y < low; ++y) REQUIRE(at(row, x, y) == at(0, x, y));
+                if (x >= 5 * width) continue;
+                for (int y = low - below; y < low; ++y) REQUIRE(at(row, x, y) == 0);
+            }
+        }
+    }
+}
+
+TEST_CASE("modern letters are heavier in cells up to eight pixels wide") {
+    const auto ink = [](int width) {
+        const auto buffer = Painted(Text(Modern(width, 6, 1), {"Hnomil"}));
+        std::uint64_t sum = 0;
+        for (const std::uint32_t pixel : buffer.pixels) sum += pixel & 0xFF;
+        return static_cast<double>(sum) / 255 / (width * width);
+    };
+    CHECK(ink(8) > 1.05 * ink(9));
+    CHECK(ink(9) == doctest::Approx(ink(18)).epsilon(0.05));
+}
+
+TEST_CASE("modern pointers are even on both sides, and stand in the middle of the letters") {
+    for (const int width : {5, 7, 8, 9, 15, 18}) {
+        CAPTURE(width);
+        const auto pixels = [width](char32_t glyph) {
+            return Painted(Text(Modern(width, 1, 1), {base::ToUtf8(std::u32string(1, glyph))}));
+        };
+        const auto right = pixels(U'►'), left = pixels(U'◄'), up = pixels(U'▲'),
+                   down = pixels(U'▼');
+        const int middle = static_cast<int>(std::lround(1.1 * width));
+        for (int y = 0; y < 2 * middle && y < up.size.height; ++y) {
+            const int mirrored = 2 * middle - 1 - y;
+            for (int x = 0; x < width; ++x) {
+                REQUIRE(At(right, x, y) == At(left, width - 1 - x, y));
+                REQUIRE(At(up, x, y) == At(up, width - 1 - x, y));
+                if (mirrored < up.size.height) REQUIRE(At(up, x, y) == At(down, x, mirrored));
+            }
+        }
+        CHECK(At(right, (width + 5) / 10, middle) == kWhite);
     }
 }

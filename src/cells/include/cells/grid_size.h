@@ -32,6 +32,7 @@ struct Grid {
     float cell_height = 2;  // pixels: 2 x width, or 2.2 x width in the modern look
     int font_pixel = 0;     // screen pixels to a font pixel; 0 when the cell is not a whole number
     bool nine_wide = false;
+    int line_pixels = 1;           // thickness of a single line in the modern look
     bool large = false;            // in effect
     bool large_available = false;  // a larger size fits the window
 
