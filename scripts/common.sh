@@ -2,7 +2,8 @@
 
 build_packages=(g++ cmake ninja-build pkg-config libsdl2-dev libfreetype-dev libstb-dev
     fonts-jetbrains-mono)
-test_packages=(doctest-dev clang-format xvfb xauth xdotool tmux)
+test_packages=(doctest-dev clang-format xvfb xauth xdotool x11-utils openbox
+    imagemagick tmux)
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -3,10 +3,12 @@
 
 work=$(mktemp -d)
 game_pid=
+other_pid=
+manager_pid=
 server_pid=
 finish() {
-    [ -n "$game_pid" ] && kill -KILL "$game_pid" 2>/dev/null
-    [ -n "$server_pid" ] && kill -KILL "$server_pid" 2>/dev/null
+    local pid
+    for pid in $game_pid $other_pid $manager_pid $server_pid; do kill -KILL "$pid" 2>/dev/null; done
     wait 2>/dev/null
     rm -rf "$work"
 }
@@ -38,6 +40,13 @@ start_server() {
     server_pid=$!
     wait_for 20 "the X server" test -s "$work/display"
     export DISPLAY=:$(cat "$work/display")
+}
+
+# A window manager, for runs that need full screen, minimising and several windows.
+start_manager() {
+    HOME=$work openbox >/dev/null 2>&1 &
+    manager_pid=$!
+    wait_for 10 "the window manager" sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"'
 }
 
 # start_game [arguments...]: and gives its window the keyboard. What it says goes through a pipe, so
