@@ -8,7 +8,7 @@ manager_pid=
 server_pid=
 finish() {
     local pid
-    for pid in $game_pid $other_pid $manager_pid $server_pid; do kill -KILL "$pid" 2>/dev/null; done
+    for pid in $game_pid $other_pid $manager_pid $server_pid; do kill -KILL "$pid" 2>/dev/null || true; done
     wait 2>/dev/null
     rm -rf "$work"
 }
