@@ -1,6 +1,7 @@
 #include <functional>
 #include <map>
 
+#include "base/format.h"
 #include "bench/bench_run.h"
 #include "game.h"
 #include "support/cases.h"
@@ -17,7 +18,8 @@ struct Echo {
 };
 
 std::string Standing(const BenchRun& run) {
-    constexpr const char* kStates[] = {"not running", "running", "paused", "passed", "failed"};
+    constexpr const char* kStates[] = {"not running", "running", "paused",
+                                       "passed",      "failed",  "verifying"};
     std::string text = std::string(kStates[static_cast<std::size_t>(run.State())]) + " ";
     for (std::size_t i = 0; i < run.TestCount(); ++i) {
         text += ".+!"[static_cast<std::size_t>(run.Mark(i))];
@@ -34,6 +36,8 @@ const std::map<std::string, void (*)(BenchRun&)> kCommands = {
          if (run.BeginVerify()) run.FinishVerify();
      }},
     {"back", [](BenchRun& run) { run.StepBack(); }},
+    {"begin verify", [](BenchRun& run) { run.BeginVerify(); }},
+    {"motion", [](BenchRun& run) { run.SetMotion(true); }},
     {"pause", [](BenchRun& run) { run.Pause(); }},
     {"reset", [](BenchRun& run) { run.Reset(); }},
     {"next", [](BenchRun& run) { run.SelectTest(run.TestIndex() + 1); }},
@@ -47,6 +51,11 @@ const std::map<std::string, std::function<std::string(const BenchRun&)>> kViews 
     {"now", Standing},
     {"tick",
      [](const BenchRun& run) { return run.Session() ? std::to_string(run.ShownTick()) : "none"; }},
+    {"card",
+     [](const BenchRun& run) {
+         return base::Format("tick %u line %d a $%04X", run.ShownTick(), run.ShownLine(),
+                             unsigned{run.Card().RegisterValue(kp::kA)});
+     }},
     {"verdict", &BenchRun::VerdictText},
     {"explained", &BenchRun::Explanation},
     {"cards", [](const BenchRun& run) { return std::to_string(run.Trace().card.size()); }},
@@ -64,6 +73,10 @@ TEST_CASE("every command says in one sentence what came of it") {
                 echo.emplace(step.Lines());
             } else if (step.key == "edit") {
                 echo->run.SetFirmware(step.Lines());
+            } else if (step.key == "break") {
+                echo->run.SetBreakpoints({static_cast<int>(step.Number())});
+            } else if (step.key == "look") {
+                echo->run.Look(static_cast<kp::Tick>(step.Number()));
             } else if (step.key == "do") {
                 kCommands.at(step.value)(echo->run);
             } else {

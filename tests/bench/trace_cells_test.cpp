@@ -7,18 +7,21 @@
 //     earliest 0 6
 //     note 4 noise
 //     failed 105
+//     cursor 63
 //
 // and says how it looks:
 //
 //     view 50 0 71                 the first tick, the closeness and the width
 //     draw SPEC TX, CARD           the lanes under the row of ticks
 //     cell 3 TX: lane.tx           the role of a lane's column, and its style unless it is plain
+//     notes 63 63                  what is said of these ticks
 
 #include "bench/trace_cells.h"
 
 #include <algorithm>
 
 #include "base/utf.h"
+#include "bench/trace_notes.h"
 #include "support/cases.h"
 
 using namespace Kest;
@@ -56,13 +59,29 @@ struct Recording {
     std::vector<SpecByte> spec;
     std::vector<SpecByte> spec_out;
     std::optional<kp::Tick> failed;
+    std::optional<kp::Tick> cursor;
     TraceView view = {};
     int width = 71;
 
     TraceCells Drawn(std::span<const Lane> lanes) const {
         TraceCells cells;
-        cells.Draw({events, windows, notes, card, spec, spec_out, failed}, lanes, view, width);
+        cells.Draw(Data(), lanes, view, width);
         return cells;
+    }
+
+    TraceData Data() const {
+        return {events, windows, notes, card, spec, spec_out, failed, cursor};
+    }
+
+    // The bytes to send are house frames.
+    std::string Notes(const TickRange& ticks) const {
+        const kp::FrameFormat house{
+            .sync = {0xC1, 0x67}, .length = true, .check = kp::Check::Crc16};
+        kp::ExpectedOutput expected;
+        for (const SpecByte& byte : spec) expected.transmitted.push_back(byte.byte);
+        std::string text = RangeText(ticks) + "\n";
+        for (const std::string& note : NotesOf(Data(), expected, house, ticks)) text += note + "\n";
+        return text;
     }
 
     std::string Picture(std::string_view names) const {
@@ -138,12 +157,17 @@ void Play(Recording& run, const support::Step& step) {
         const auto kind = earliest ? kp::WindowKind::Earliest : kp::WindowKind::Deadline;
         const kp::Tick from = tick();
         const kp::Tick until = tick();
-        run.windows.push_back({kind, from, until, rest == "done", ""});
+        run.windows.push_back({kind, from, until, rest == "done", "the retry"});
     } else if (step.key == "note") {
         const kp::Tick at = tick();
         run.notes.push_back({at, std::string(rest), 0});
     } else if (step.key == "failed") {
         run.failed = tick();
+    } else if (step.key == "cursor") {
+        run.cursor = tick();
+    } else if (step.key == "notes") {
+        const kp::Tick first = tick();
+        CHECK(run.Notes({first, tick()}) == step.text);
     } else {
         const kp::Tick at = tick();
         if (!run.Happen(step.key, at, number(16))) FAIL("unknown key ", step.key);
