@@ -28,6 +28,11 @@ const BinderPage* Content::FindPage(std::string_view id) const {
     return page == pages.end() ? nullptr : &*page;
 }
 
+const CoachEntry* Content::CoachOn(std::string_view ticket_id) const {
+    const auto entry = std::ranges::find(coach, ticket_id, &CoachEntry::ticket);
+    return entry == coach.end() ? nullptr : &*entry;
+}
+
 std::vector<const LoadedTicket*> Content::Tickets() const {
     std::vector<const LoadedTicket*> tickets;
     for (const Shift& shift : shifts) {

@@ -56,6 +56,8 @@ std::vector<std::string> Lint(const ContentStore& store, const std::vector<Solut
             AppendLed(loaded.ticket.id + ": ", LintTicket(loaded, session), lines);
         }
     }
+    Append(LintBinder(content), lines);
+    Append(LintCoach(content), lines);
     if (kept != nullptr) Append(LintSolutions(content, *kept), lines);
     return lines;
 }

@@ -15,4 +15,8 @@ std::vector<std::string> LintProse(const LoadedTicket& loaded);
 // Tests that are one another's copies, or that have too few ticks.
 std::vector<std::string> LintDeck(const LoadedTicket& loaded, Session& session);
 
+// A line when a text has more cells than fit: what "text" has 24 cells; 21 fit
+void LintLength(const std::string& what, const std::string& text, std::size_t most,
+                std::vector<std::string>& lines);
+
 }  // namespace kp

@@ -28,14 +28,14 @@ int TextRows(const Ticket& ticket, int columns) {
     return count;
 }
 
+}  // namespace
+
 void LintLength(const std::string& what, const std::string& text, std::size_t most,
                 std::vector<std::string>& lines) {
     const std::size_t cells = base::CodePoints(text);
     if (cells <= most) return;
     lines.push_back(what + " \"" + text + base::Format("\" has %zu cells; %zu fit", cells, most));
 }
-
-}  // namespace
 
 std::vector<std::string> LintShiftProse(const Shift& shift) {
     std::vector<std::string> lines;

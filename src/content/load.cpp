@@ -7,7 +7,6 @@ namespace kp {
 namespace {
 
 constexpr std::string_view kCampaignFile = "missions/campaign.json";
-constexpr std::string_view kBinderFile = "missions/binder.json";
 constexpr std::string_view kMailFile = "missions/mail.json";
 constexpr std::string_view kTicketFolder = "missions/";
 constexpr std::string_view kTicketEnding = ".json";
@@ -34,7 +33,8 @@ public:
 
     Content Load() {
         LoadCampaign();
-        LoadBinder();
+        Take(LoadBinder(store_, remarks_), content_.pages);
+        Take(LoadCoach(store_, remarks_), content_.coach);
         if (store_.Holds(kMailFile)) LoadMail();
         return std::move(content_);
     }
@@ -92,18 +92,14 @@ private:
         for (const std::string& remark : remarks) remarks_->push_back(id + ": " + remark);
     }
 
-    void LoadBinder() {
-        const std::optional<json::Value> file = Read(kBinderFile);
-        if (!file) return;
-        json::Fields binder = FieldsOf(*file, kBinderFile);
-        const std::size_t count = binder.List("pages").size();
-        for (std::size_t k = 0; k < count; ++k) {
-            json::Fields page = binder.Item("pages", k);
-            content_.pages.push_back(
-                {page.Text("id"), page.Text("title"), page.Text("section"), page.Texts("body")});
-            page.RemarkUnknown();
+    // A part of the content with a file of its own: its items, or a problem.
+    template <class Item>
+    void Take(base::Result<std::vector<Item>> items, std::vector<Item>& into) {
+        if (items) {
+            into = std::move(*items);
+        } else {
+            content_.problems.push_back(items.Message());
         }
-        binder.RemarkUnknown();
     }
 
     void LoadMail() {

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "content/binder.h"
+#include "content/coach.h"
 #include "content/store.h"
 #include "session/verify.h"
 #include "ticket/ticket.h"
@@ -27,13 +29,6 @@ struct Shift {
     std::vector<LoadedTicket> tickets;
 };
 
-struct BinderPage {
-    std::string id;
-    std::string title;
-    std::string section;
-    std::vector<std::string> body;  // one item per line of the page
-};
-
 struct MailMessage {
     std::string id;
     std::string from;
@@ -54,14 +49,16 @@ struct Content {
     std::string title;
     std::vector<Shift> shifts;
     std::vector<BinderPage> pages;
+    std::vector<CoachEntry> coach;
     std::vector<MailMessage> mail;
     std::vector<std::string> problems;
     std::vector<LeftOut> left_out;  // each is the subject of a problem too
 
-    // Null when there is no such ticket or page.
+    // Null when there is no such ticket, page, or coach's entry for a ticket.
     const LoadedTicket* FindTicket(std::string_view id) const;
     const Shift* ShiftOf(std::string_view ticket_id) const;
     const BinderPage* FindPage(std::string_view id) const;
+    const CoachEntry* CoachOn(std::string_view ticket_id) const;
     // All tickets in campaign order.
     std::vector<const LoadedTicket*> Tickets() const;
 };
