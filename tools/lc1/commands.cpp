@@ -19,6 +19,7 @@ constexpr Command kCommands[] = {
      "Lists what is amiss in the content, and in kept firmware.", 0, kSolutions, 0, RunLint, 1},
     {"show", "TICKET [--hints N]", "Shows a ticket, and its first N hints.", 1,
      kTicketFiles | kHints, 0, RunShow},
+    {"binder", "[PAGE]", "Prints a page of the Spec Binder, or all of it.", 0, 0, 0, RunBinder, 1},
     {"list", "", "Lists the tickets with their references' scores.", 0, 0, 0, RunList},
 };
 
