@@ -18,4 +18,9 @@ void DrawOverlay(Canvas& canvas, const Rect& box, std::string_view title) {
     FrameLine(canvas, box, Edge::Top).LeftTitle(title, Role::DialogTitle);
 }
 
+void DrawPopup(Canvas& canvas, const Rect& box) {
+    canvas.Fill(box.Inner(), U' ', Role::Dialog);
+    canvas.Box(box, Lines::Single, Role::DialogFrame);
+}
+
 }  // namespace zo::ui

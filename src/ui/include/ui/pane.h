@@ -14,4 +14,7 @@ FrameLine DrawPane(Canvas& canvas, const Rect& box, std::string_view title, bool
 // An overlay's ground, double frame, title chip and its shade over what lies under it.
 void DrawOverlay(Canvas& canvas, const Rect& box, std::string_view title);
 
+// The ground and single frame of a short list that comes and goes while the player types.
+void DrawPopup(Canvas& canvas, const Rect& box);
+
 }  // namespace zo::ui

@@ -1,0 +1,189 @@
+// Draws every scene in both looks at every usual window in both text sizes, and looks at the cells:
+// no frame broken, no foreign glyph, the recorded text. Pictures of every colouring go into
+// build/gallery; with KEST_LONG set, those of every window too.
+
+#include <doctest/doctest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <set>
+
+#include "automation.h"
+#include "base/format.h"
+#include "game_places.h"
+#include "gpu/picture.h"
+#include "picture_faults.h"
+#include "recording.h"
+#include "scene.h"
+#include "support/fake_disk.h"
+#include "widget_page.h"
+
+using zo::ui::Frame;
+using zo::ui::Look;
+using zo::ui::PixelSize;
+
+namespace {
+
+constexpr PixelSize kWindows[] = {{640, 400}, {1280, 800}, {1440, 900}, {1920, 1080}, {3840, 2160}};
+constexpr PixelSize kUsual = {1280, 800};
+constexpr std::string_view kScenes[] = {
+    "title",        "bench",        "bench:empty",   "bench:errors",        "bench:running",
+    "bench:failed", "bench:passed", "bench:results", "bench:overlay-pause", "1-01-carrier-check"};
+constexpr int kClosed = 20;  // tickets, so that every stage of the game is open
+
+constexpr std::string_view kColourings[][4] = {{"vga", "amber", "green", "lcd"},
+                                               {"dark", "amber", "blueprints", ""}};
+
+struct View {
+    Look look = Look::Classic;
+    PixelSize window = kUsual;
+    bool large = false;
+
+    zo::ui::Grid Grid() const {
+        return zo::ui::SizeGrid({.window = window, .look = look, .want_large = large});
+    }
+};
+
+std::vector<View> AllViews() {
+    std::vector<View> views;
+    for (const Look look : {Look::Classic, Look::Modern}) {
+        for (const PixelSize window : kWindows) {
+            for (const bool large : {false, true}) views.push_back({look, window, large});
+        }
+    }
+    return views;
+}
+
+// Of the views of a look that show the same grid of cells the first.
+std::vector<View> DistinctViews() {
+    std::vector<View> views = AllViews();
+    std::set<std::tuple<Look, int, int>> seen;
+    std::erase_if(views, [&](const View& view) {
+        const zo::ui::Grid grid = view.Grid();
+        return !seen.insert({view.look, grid.columns, grid.rows}).second;
+    });
+    return views;
+}
+
+void WritePicture(const Frame& frame, PixelSize size, std::string_view name, int theme,
+                  std::string_view detail = {}) {
+    const auto look = static_cast<std::size_t>(frame.grid.look);
+    const std::string_view colouring = kColourings[look][theme];
+    const std::string file = base::Format(
+        "%s %s-%s%s%s.png", gallery::FileName(name).c_str(), look == 0 ? "classic" : "modern",
+        std::string(colouring).c_str(), detail.empty() ? "" : " ", std::string(detail).c_str());
+    base::SystemDisk disk;
+    std::filesystem::create_directories(KEST_GALLERY);
+    const base::Status written =
+        zo::gpu::WritePicture(frame, size, disk, std::filesystem::path(KEST_GALLERY) / file);
+    INFO(written.Message());
+    CHECK(written);
+}
+
+template <class Act>
+void ForEachColouring(Look look, Act act) {
+    const auto& names = kColourings[static_cast<std::size_t>(look)];
+    for (int theme = 0; theme < 4; ++theme) {
+        if (!names[theme].empty()) act(theme);
+    }
+}
+
+const kp::Content& BuiltInContent() {
+    static const kp::Content content = kp::LoadContent(kp::ContentStore::BuiltIn());
+    return content;
+}
+
+// A game that shows a scene.
+class Show {
+public:
+    Show(std::string_view words, const View& view)
+        : shell_({.content = BuiltInContent(),
+                  .clock = clock_,
+                  .disk = disk_,
+                  .persistent = false,
+                  .closed_override = kClosed,
+                  .places = Kest::GamePlaces()}) {
+        shell_.OverrideSettings([&](Kest::Settings& settings) {
+            settings.modern_look = view.look == Look::Modern;
+            settings.large_text = view.large;
+            settings.theme = 0;
+        });
+        shell_.SetWindow(view.window, 1);
+        shell_.HoldCaret();
+        Kest::Scene scene(words);
+        scene.Build(shell_);
+        Run(scene.DelaySeconds());
+        scene.OpenOverlays(shell_);
+        Run(Kest::kFrameSeconds);
+    }
+    const Frame& Draw(int theme) {
+        shell_.OverrideSettings([&](Kest::Settings& settings) { settings.theme = theme; });
+        return shell_.Draw();
+    }
+
+private:
+    void Run(double seconds) {
+        for (const double end = clock_.Seconds() + seconds; clock_.Seconds() < end;) {
+            clock_.NextFrame();
+            shell_.Advance();
+            if (shell_.NeedsDraw()) shell_.Draw();
+        }
+    }
+
+    fake::Disk disk_;
+    Kest::VirtualClock clock_;
+    Kest::Shell shell_;
+};
+
+}  // namespace
+
+TEST_CASE("every widget stands in its pane in every state") {
+    for (int page = 0; page < gallery::kWidgetPages; ++page) {
+        const std::string name = base::Format("widgets-%d", page + 1);
+        CAPTURE(name);
+        gallery::Recording recording(name);
+        const Frame frame = gallery::WidgetPage(page, Look::Classic, 0);
+        CHECK(gallery::Faults(frame) == "");
+        recording.Add(frame);
+        CHECK(recording.Finish() == "");
+    }
+    // Windows that hold the sheet's 160 by 50 cells exactly.
+    for (const View& view : {View{Look::Classic, kUsual}, View{Look::Modern, {1120, 770}}}) {
+        ForEachColouring(view.look, [&](int theme) {
+            const Frame sheet = gallery::WidgetSheet(view.Grid(), theme);
+            WritePicture(sheet, view.window, "widgets", theme);
+        });
+    }
+}
+
+TEST_CASE("every scene is whole at every size and shows the recorded text") {
+    for (const std::string_view scene : kScenes) {
+        CAPTURE(scene);
+        gallery::Recording recording{std::string(scene)};
+        for (const View& view : DistinctViews()) {
+            const zo::ui::Grid grid = view.Grid();
+            CAPTURE(grid.columns);
+            CAPTURE(grid.rows);
+            Show show(scene, view);
+            const Frame& frame = show.Draw(0);
+            CHECK(gallery::Faults(frame) == "");
+            recording.Add(frame);
+        }
+        CHECK(recording.Finish() == "");
+    }
+}
+
+TEST_CASE("pictures of every scene in every colouring") {
+    const bool all_windows = std::getenv("KEST_LONG") != nullptr;
+    for (const std::string_view scene : kScenes) {
+        for (const View& view : AllViews()) {
+            if (!all_windows && view.window != kUsual) continue;
+            Show show(scene, view);
+            const std::string detail = base::Format("%dx%d%s", view.window.width,
+                                                    view.window.height, view.large ? " large" : "");
+            ForEachColouring(view.look, [&](int theme) {
+                WritePicture(show.Draw(theme), view.window, scene, theme, detail);
+            });
+        }
+    }
+}
