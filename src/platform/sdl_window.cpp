@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstdio>
 
 #include "platform/folders.h"
+#include "presenter.h"
 #include "sdl_input.h"
 #include "sdl_pads.h"
 
@@ -81,7 +83,10 @@ int Milliseconds(double seconds) {
 class SdlWindow final : public Window {
 public:
     SdlWindow(std::unique_ptr<Video> video, WindowHandle window, std::unique_ptr<Painter> painter)
-        : video_(std::move(video)), window_(std::move(window)), painter_(std::move(painter)) {
+        : video_(std::move(video)),
+          window_(std::move(window)),
+          presenter_(MakePresenter(window_.get(), EnvironmentVariable("ZO_GPU_RENDERER"))),
+          painter_(std::move(painter)) {
         SDL_StartTextInput();
     }
 
@@ -96,16 +101,16 @@ public:
 
 private:
     std::optional<ui::InputEvent> Translate(const SDL_Event& event);
-    void Present(const std::vector<PixelRect>& changed, SDL_Surface& surface);
+    void Present(std::span<const PixelRect> parts);
 
     std::unique_ptr<Video> video_;  // outlives the window
     WindowHandle window_;
+    std::unique_ptr<Presenter> presenter_;
     std::unique_ptr<Painter> painter_;
     SdlInput input_;
     SdlPads pads_;
     PixelBuffer buffer_;
-    std::vector<SDL_Rect> rects_;
-    bool present_all_ = true;  // the window's surface has lost what was presented
+    bool present_all_ = true;  // the window has lost what was presented
 };
 
 ui::PixelSize SdlWindow::Size() const {
@@ -136,34 +141,30 @@ void SdlWindow::SetFullScreen(bool on) {
 // A new window stays hidden until it has something to show, so that it never flashes up empty.
 void SdlWindow::Show(const ui::Frame& frame) {
     if ((SDL_GetWindowFlags(window_.get()) & SDL_WINDOW_HIDDEN) != 0) SDL_ShowWindow(window_.get());
-    SDL_Surface* const surface = SDL_GetWindowSurface(window_.get());
-    if (surface == nullptr) return;  // the window is just changing; an expose event follows
-    const ui::PixelSize size = {surface->w, surface->h};
+    const ui::PixelSize size = presenter_->Size();
+    if (size.width <= 0 || size.height <= 0) return;  // an expose event follows
     if (size != buffer_.size) present_all_ = true;
     buffer_.size = size;
     const std::vector<PixelRect>& changed = painter_->Paint(frame, buffer_);
+    const PixelRect all = {0, 0, size.width, size.height};
     if (present_all_) {
-        Present({{0, 0, size.width, size.height}}, *surface);
-        present_all_ = false;
+        Present({&all, 1});
     } else if (!changed.empty()) {
-        Present(changed, *surface);
+        Present(changed);
     }
+    present_all_ = false;
 }
 
-void SdlWindow::Present(const std::vector<PixelRect>& changed, SDL_Surface& surface) {
-    constexpr int kPixelBytes = 4;
-    rects_.clear();
-    for (const PixelRect& rect : changed) {
-        const std::ptrdiff_t first = rect.y * std::ptrdiff_t{buffer_.size.width} + rect.x;
-        auto* const target = static_cast<std::uint8_t*>(surface.pixels) +
-                             rect.y * std::ptrdiff_t{surface.pitch} +
-                             rect.x * std::ptrdiff_t{surface.format->BytesPerPixel};
-        SDL_ConvertPixels(rect.width, rect.height, SDL_PIXELFORMAT_RGB888,
-                          buffer_.pixels.data() + first, buffer_.size.width * kPixelBytes,
-                          surface.format->format, target, surface.pitch);
-        rects_.push_back({rect.x, rect.y, rect.width, rect.height});
-    }
-    SDL_UpdateWindowSurfaceRects(window_.get(), rects_.data(), static_cast<int>(rects_.size()));
+// A renderer that was lost for good, with its graphics card perhaps, gives way to the surface.
+void SdlWindow::Present(std::span<const PixelRect> parts) {
+    const base::Status presented = presenter_->Present(buffer_, parts);
+    if (presented) return;
+    std::fprintf(stderr, "gpu: %s; drawing through the window's surface\n",
+                 presented.Message().c_str());
+    presenter_.reset();  // the window has one at a time
+    presenter_ = MakeSurfacePresenter(window_.get());
+    const PixelRect all = {0, 0, buffer_.size.width, buffer_.size.height};
+    (void)presenter_->Present(buffer_, {&all, 1});
 }
 
 std::optional<ui::InputEvent> SdlWindow::NextEvent(double timeout_seconds) {
@@ -187,6 +188,11 @@ std::optional<ui::InputEvent> SdlWindow::NextEvent(double timeout_seconds) {
 
 std::optional<ui::InputEvent> SdlWindow::Translate(const SDL_Event& event) {
     if (const std::optional<ui::PadPress> press = pads_.Translate(event, Now())) return *press;
+    if (event.type == SDL_RENDER_TARGETS_RESET || event.type == SDL_RENDER_DEVICE_RESET) {
+        presenter_->Forget();
+        present_all_ = true;
+        return ui::WindowExposed{};
+    }
     std::optional<ui::InputEvent> input = input_.Translate(event);
     if (!input) return std::nullopt;
     if (std::holds_alternative<ui::WindowResized>(*input)) {
