@@ -12,5 +12,7 @@ void RunFarEnds(Report& report);
 void RunContent(Report& report);
 // Frames to pixels, whole and changed.
 void RunPictures(Report& report);
+// The whole program but for the system it runs on, from its start on.
+void RunApp(Report& report);
 
 }  // namespace bench

@@ -6,5 +6,6 @@ int main(int argc, char** argv) {
     bench::RunFarEnds(report);
     bench::RunContent(report);
     bench::RunPictures(report);
+    bench::RunApp(report);
     return 0;
 }
