@@ -4,6 +4,7 @@
 #include <doctest/doctest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstdlib>
 
@@ -16,6 +17,12 @@
 namespace {
 
 namespace fs = std::filesystem;
+
+std::size_t Widest(std::string_view text) {
+    std::size_t widest = 0;
+    while (!text.empty()) widest = std::max(widest, support::Cut(text, "\n").size());
+    return widest;
+}
 
 class Bench {
 public:
@@ -93,6 +100,8 @@ void Bench::CheckAnswer(const support::Step& step) const {
         CHECK(out_.find(step.value) != std::string::npos);
     } else if (step.key == "begins") {
         CHECK(out_.starts_with(support::Unmarked(step.value)));
+    } else if (step.key == "widest") {
+        CHECK(Widest(out_) == step.Number());
     } else {
         REQUIRE(step.key == "is");
         std::string_view rest = step.value;
