@@ -27,6 +27,9 @@ std::optional<json::Value> ReadObject(base::Disk& disk, const fs::path& path) {
 }
 
 base::Status WriteObject(base::Disk& disk, const fs::path& path, const json::Value& object) {
+    const std::string text = json::Write(object, kIndent);
+    // Waiting for the disk is the longest part of a start, and mostly for nothing.
+    if (const base::Result<std::string> kept = disk.Read(path); kept && *kept == text) return {};
     if (disk.Exists(path) && !ReadOne(disk, path)) {
         const fs::path aside = base::Suffixed(path, ".damaged");
         if (const base::Status moved = disk.Rename(path, aside); !moved) {
@@ -34,7 +37,7 @@ base::Status WriteObject(base::Disk& disk, const fs::path& path, const json::Val
                                  moved.Message() + ")"};
         }
     }
-    return base::WriteAtomically(disk, path, json::Write(object, kIndent));
+    return base::WriteAtomically(disk, path, text);
 }
 
 json::Value MembersBeyond(const json::Value& object, const json::Value& known) {

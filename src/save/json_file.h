@@ -13,8 +13,9 @@ namespace Kest {
 // be read and parsed.
 std::optional<json::Value> ReadObject(base::Disk& disk, const std::filesystem::path& path);
 
-// Writes the file atomically. A file there that does not parse is moved to `path`.damaged first: it
-// may have been edited by hand, and it must not take the place of the last good backup.
+// Writes the file atomically, unless it holds the same text already. A file there that does not
+// parse is moved to `path`.damaged first: it may have been edited by hand, and it must not take the
+// place of the last good backup.
 base::Status WriteObject(base::Disk& disk, const std::filesystem::path& path,
                          const json::Value& object);
 

@@ -53,6 +53,14 @@ TEST_CASE("settings are brought up to date at the start, applied, and kept when 
     CHECK(Holds(file, "\"later\": 1"));
 }
 
+TEST_CASE("settings that stand as they are are not written again") {
+    fake::System system;
+    CHECK(SaveSettings(system.disk, "data", {}));
+    system.disk.full = "No space left on device";
+    CHECK(SaveSettings(system.disk, "data", {}));
+    CHECK_FALSE(SaveSettings(system.disk, "data", {.crt = true}));
+}
+
 TEST_CASE("a close earns achievements, which are told and saved, unless every ticket is open") {
     const struct {
         bool open_all;
