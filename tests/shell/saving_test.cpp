@@ -55,10 +55,12 @@ TEST_CASE("settings are brought up to date at the start, applied, and kept when 
 
 TEST_CASE("settings that stand as they are are not written again") {
     fake::System system;
-    CHECK(SaveSettings(system.disk, "data", {}));
+    Settings settings;
+    CHECK(SaveSettings(system.disk, "data", settings));
     system.disk.full = "No space left on device";
-    CHECK(SaveSettings(system.disk, "data", {}));
-    CHECK_FALSE(SaveSettings(system.disk, "data", {.crt = true}));
+    CHECK(SaveSettings(system.disk, "data", settings));
+    settings.crt = true;
+    CHECK_FALSE(SaveSettings(system.disk, "data", settings));
 }
 
 TEST_CASE("a close earns achievements, which are told and saved, unless every ticket is open") {
