@@ -176,7 +176,24 @@ void Bench::FillTicket() {
         text.push_back({});
         text.push_back({.text = ticket.note});
     }
+    AddBinderLinks(text);
     ticket_.Set(std::move(text));
+}
+
+void Bench::AddBinderLinks(std::vector<Paragraph>& text) {
+    if (stage_ < StageOf(Command::Binder) || !shell_.Offers(Place::Binder)) return;
+    text.push_back({});
+    for (const std::string& id : loaded_.ticket.binder) {
+        const kp::BinderPage* page = shell_.Content().FindPage(id);
+        if (page == nullptr) continue;
+        text.push_back({.text = page->title,
+                        .label = "►",
+                        .label_role = Role::Link,
+                        .links = {{.from = 0,
+                                   .to = page->title.size(),
+                                   .hint = "A binder page.",
+                                   .act = [this, id] { OpenPage(id); }}}});
+    }
 }
 
 void Bench::FillHints() {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "bench/bench.h"
+#include "bench/help_page.h"
 #include "bench/results.h"
 #include "shell/shell.h"
 
@@ -185,9 +186,16 @@ void Bench::LoadSlot(int slot) {
     SetFirmware(kept ? *kept : loaded_.ticket.starter);
 }
 
+// The page on the word under the caret, else the ticket's first.
 void Bench::OpenBinder() {
     const std::vector<std::string>& pages = loaded_.ticket.binder;
-    OpenPage(pages.empty() ? "lc1" : pages.front());
+    std::string page;
+    if (panes_.HasFocus(Panel::Firmware)) {
+        const zo::ui::TextPosition caret = editor_.CaretAt();
+        page = HelpPageAt(editor_.Buffer().Line(caret.line), caret.column);
+    }
+    if (shell_.Content().FindPage(page) == nullptr) page = pages.empty() ? "lc1" : pages.front();
+    OpenPage(page);
 }
 
 void Bench::OpenPage(std::string_view page) {

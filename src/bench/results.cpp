@@ -19,7 +19,10 @@ constexpr int kWidth = 60;
 constexpr int kWidthUnderReference = 70;  // for the longer remark behind a score
 constexpr int kRemarkRow = 9;
 constexpr int kLeastRemarks = 2;
-// Columns of the table: where the name starts, where the numbers end, where the remark starts.
+// The table's rows come one after the other. Its columns: where the name starts, where the numbers
+// end, where the remark starts.
+constexpr int kScoreRows = 3;
+constexpr double kSecondsPerRow = 0.12;
 constexpr int kName = 3, kThisRun = 22, kBest = 32, kReference = 43, kRemark = 46;
 
 // The keys that a raised stage has opened; empty when it opened none.
@@ -96,6 +99,23 @@ Results::Results(Shell& shell, ResultsSummary summary)
     buttons_.Set(std::move(items));
 }
 
+void Results::Entered() {
+    opened_at_ = shell_.Now();
+    rows_shown_ = shell_.Settings().motion ? 1 : kScoreRows;
+}
+
+void Results::Update(double now) {
+    const int due = 1 + static_cast<int>((now - opened_at_) / kSecondsPerRow);
+    if (due <= rows_shown_ || rows_shown_ == kScoreRows) return;
+    rows_shown_ = std::min(due, kScoreRows);
+    shell_.RequestRedraw();
+}
+
+std::optional<double> Results::NextFrameAt() const {
+    if (rows_shown_ == kScoreRows) return std::nullopt;
+    return opened_at_ + rows_shown_ * kSecondsPerRow;
+}
+
 bool Results::IsUnderReference() const {
     return summary_.ticks.this_run < summary_.ticks.reference ||
            summary_.lines.this_run < summary_.lines.reference;
@@ -132,8 +152,8 @@ void Results::DrawScores(Canvas& canvas, const Rect& box) const {
     for (const int right : {kThisRun, kBest, kReference}) {
         canvas.TextRight(box.x + right, y, tests, Role::Dialog);
     }
-    DrawScore(canvas, {box.x, y + 1}, "Ticks", summary_.ticks);
-    DrawScore(canvas, {box.x, y + 2}, "Lines", summary_.lines);
+    if (rows_shown_ > 1) DrawScore(canvas, {box.x, y + 1}, "Ticks", summary_.ticks);
+    if (rows_shown_ > 2) DrawScore(canvas, {box.x, y + 2}, "Lines", summary_.lines);
 }
 
 void Results::DrawScore(Canvas& canvas, Point at, std::string_view name,
@@ -157,6 +177,7 @@ void Results::DescribeFrame(FrameRecord& record) const {
 }
 
 bool Results::Key(const KeyPress& key) {
+    rows_shown_ = kScoreRows;
     if (key.Is(zo::ui::Key::Escape)) {
         shell_.CloseOverlay();
         return true;

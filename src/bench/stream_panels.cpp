@@ -4,6 +4,7 @@
 
 #include "base/format.h"
 #include "small_text.h"
+#include "ticket/labels.h"
 
 namespace Kest {
 namespace {
@@ -111,6 +112,13 @@ std::string MessageText(const kp::Bytes& bytes) {
 
 }  // namespace
 
+std::optional<std::size_t> StreamRows::FirstWrong(const Stream& stream) {
+    const auto differs =
+        std::ranges::mismatch(stream.done, stream.called_for, {}, {}, &SpecByte::byte);
+    if (differs.in1 == stream.done.end()) return std::nullopt;
+    return static_cast<std::size_t>(differs.in1 - stream.done.begin());
+}
+
 int StreamRows::BytesPerRow(int text_width) {
     return std::max((text_width - kByteLabel) / kByteCells, 1);
 }
@@ -145,15 +153,29 @@ void StreamRows::DrawRow(Canvas& canvas, const Rect& at, const Stream& stream, i
     }
 }
 
+void SpecPanel::NameDifference(const BenchRun& run) {
+    const std::optional<std::size_t> wrong = StreamRows::FirstWrong(TransmitStream(run));
+    if (wrong == wrong_) return;
+    wrong_ = wrong;
+    const auto& ticket = run.Loaded();
+    if (wrong_) {
+        wrong_place_ = kp::LabelOf(ticket.reference.outputs[run.TestIndex()].transmitted, *wrong_,
+                                   ticket.ticket.frame);
+    }
+}
+
 void SpecPanel::Draw(Canvas& canvas, Pressables& pressables, const Rect& pane,
                      const BenchRun& run) {
+    NameDifference(run);
     const StreamRows::Stream stream = TransmitStream(run);
     const int width = TextWidth(pane);
-    const int transmit_rows = 1 + StreamRows::RowCount(stream, width);
+    const int transmit_rows = 1 + (wrong_ ? 1 : 0) + StreamRows::RowCount(stream, width);
     const int rows = transmit_rows + (receives_ ? 1 + ReceivedRows(run, width) : 0);
     const int shown = pane.height - 2;
     scroll_.Measure(rows, shown);
-    Follow(scroll_, StreamRows::DueRow(stream, width) + 1, due_);
+    Follow(scroll_,
+           transmit_rows - StreamRows::RowCount(stream, width) + StreamRows::DueRow(stream, width),
+           due_);
     scroll_.Draw(canvas, pressables, pane);
     for (int i = 0; i < std::min(shown, rows - scroll_.Top()); ++i) {
         DrawRow(canvas, TextRow(pane, i), run, scroll_.Top() + i, transmit_rows);
@@ -164,8 +186,11 @@ void SpecPanel::DrawRow(Canvas& canvas, const Rect& at, const BenchRun& run, int
                         int transmit_rows) const {
     if (row == 0) {
         DrawStreamHeading(canvas, at, "SPEC TX", TransmitStream(run), "sent");
+    } else if (row == 1 && wrong_) {
+        canvas.Put(at.x, at.y, U'!', Role::Fault);
+        canvas.Text(at.x + 2, at.y, wrong_place_, Role::Warn);
     } else if (row < transmit_rows) {
-        StreamRows::DrawRow(canvas, at, TransmitStream(run), row - 1);
+        StreamRows::DrawRow(canvas, at, TransmitStream(run), row - (wrong_ ? 2 : 1));
     } else if (row == transmit_rows) {
         DrawCount(canvas, at, "RX", run.BytesRead(), BytesToReceive(run), "read");
     } else {

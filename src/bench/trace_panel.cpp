@@ -46,7 +46,7 @@ void TracePanel::DrawFrame(Canvas& canvas, Pressables& pressables, const Rect& p
 }
 
 void TracePanel::DrawZoomButtons(Canvas& canvas, Pressables& pressables, zo::ui::FrameLine& top) {
-    const std::optional<Rect> room = top.Right(" [+][-][Whole] ", Role::Button);
+    const std::optional<Rect> room = top.Right(" [+][-][Whole] ", Role::Frame);
     if (!room) return;
     zo::ui::Point at{room->x + 1, room->y};
     for (const ZoomControl& zoom : kZoomControls) {

@@ -1,6 +1,7 @@
 #include <doctest/doctest.h>
 
 #include "bench/firmware_colours.h"
+#include "bench/help_page.h"
 #include "bench/results.h"
 #include "game.h"
 
@@ -44,6 +45,29 @@ TEST_CASE("firmware is coloured token by token") {
     }
 }
 
+TEST_CASE("help on a word of firmware is the page on what the word is") {
+    const struct {
+        std::u32string_view line;
+        int column;
+        std::string_view page;
+    } cases[] = {
+        {U"loop: jeq a, CRC, loop", 2, "labels"},
+        {U"loop: jeq a, CRC, loop", 7, "op-jeq"},
+        {U"loop: jeq a, CRC, loop", 10, "registers"},
+        {U"loop: jeq a, CRC, loop", 14, "crc-engine"},
+        {U"loop: jeq a, CRC, loop", 20, "labels"},
+        {U"crc a", 0, "op-crc"},
+        {U"def ACK $06", 1, "labels"},
+        {U"def ACK $06", 9, ""},
+        {U"tx a ; jmp", 8, ""},
+        {U"", 0, ""},
+    };
+    for (const auto& c : cases) {
+        CAPTURE(c.column);
+        CHECK(HelpPageAt(c.line, c.column) == c.page);
+    }
+}
+
 TEST_CASE("a verify under the reference says so in a wider overlay") {
     ResultsSummary summary;
     summary.passed = summary.total = 3;
@@ -52,6 +76,7 @@ TEST_CASE("a verify under the reference says so in a wider overlay") {
     Game game;
     game.Visit("1-02-clerk");
     game.shell.Push(std::make_unique<Results>(game.shell, summary));
+    game.Wait(1);
     CHECK(fake::Text(game.shell.Draw(), {5, 6, 70, 6}) ==
           "║  3 of 3 passed                                                     ║\n"
           "║                                                                    ║\n"

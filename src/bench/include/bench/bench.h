@@ -90,6 +90,7 @@ private:
     void Report();
     void MarkEditor();
     void FillTicket();
+    void AddBinderLinks(std::vector<zo::ui::Paragraph>& text);
     void FillHints();
     void FillNotes();
     void SetFirmware(std::string_view text);

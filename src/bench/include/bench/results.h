@@ -48,6 +48,9 @@ public:
     Results(Shell& shell, ResultsSummary summary);
 
     std::string_view Name() const override { return "results"; }
+    void Entered() override;
+    void Update(double now) override;
+    std::optional<double> NextFrameAt() const override;
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override;
@@ -60,6 +63,8 @@ private:
 
     ResultsSummary summary_;
     zo::ui::ButtonRow buttons_;
+    double opened_at_ = 0;  // on the frame clock
+    int rows_shown_ = 0;    // of the table
 };
 
 }  // namespace Kest

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -18,6 +19,8 @@ public:
         zo::ui::Role role;  // of what the card did
     };
 
+    // The first byte that is another than called for, or one too many.
+    static std::optional<std::size_t> FirstWrong(const Stream& stream);
     static int BytesPerRow(int text_width);
     static int RowCount(const Stream& stream, int text_width);
     // The row of the byte that is due next.
@@ -39,9 +42,12 @@ public:
 private:
     void DrawRow(zo::ui::Canvas& canvas, const zo::ui::Rect& at, const BenchRun& run, int row,
                  int transmit_rows) const;
+    void NameDifference(const BenchRun& run);
 
     bool receives_;
-    int due_ = -1;  // the row that was brought into sight last
+    std::optional<std::size_t> wrong_;  // the first byte that differs,
+    std::string wrong_place_;           // and where in what is called for it stands
+    int due_ = -1;                      // the row that was brought into sight last
     zo::ui::Scroll scroll_;
 };
 
