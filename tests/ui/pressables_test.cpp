@@ -1,9 +1,10 @@
-#include "ui/button.h"
+#include "ui/pressables.h"
 
 #include <doctest/doctest.h>
 
 #include "stage.h"
-#include "support/keys.h"
+#include "ui/button.h"
+#include "ui/scroll.h"
 
 using namespace zo::ui;
 using fake::Stage;
@@ -59,30 +60,38 @@ TEST_CASE("what is drawn while the list is closed answers nothing") {
     CHECK(acts == 0);
 }
 
-TEST_CASE("a row of buttons moves its focus and knows its letters") {
-    const struct {
-        const char* keys;
-        const char* pressed;
-    } cases[] = {{"<Enter>", "a"},
-                 {"<Right><Enter>", "b"},
-                 {"<Left><Enter>", "a"},
-                 {"<Tab><Tab><Tab><Enter>", "a"},
-                 {"<Shift+Tab><Enter>", "c"},
-                 {"k", "b"},
-                 {"<Alt+K>", "b"},
-                 {"c", "c"},
-                 {"<Right><Space>", "b"},
-                 {"z", ""}};
-    for (const auto& c : cases) {
-        CAPTURE(c.keys);
-        std::string pressed;
-        ButtonRow row;
-        row.Set({{.label = "~N~ext ticket", .act = [&] { pressed += "a"; }},
-                 {.label = "~K~eep editing", .act = [&] { pressed += "b"; }},
-                 {.label = "Cancel", .act = [&] { pressed += "c"; }}});
-        for (const InputEvent& event : fake::Keys(c.keys)) {
-            if (const auto* key = std::get_if<KeyPress>(&event)) row.Key(*key);
-        }
-        CHECK(pressed == c.pressed);
-    }
+TEST_CASE("a press on what lies in a pane focuses the pane and works all the same") {
+    Stage stage;
+    int focused = 0, pressed = 0;
+    stage.pressables.Add({0, 0, 20, 5}).focus = [&] { ++focused; };
+    stage.pressables.Add({2, 2, 4, 1}).act = [&] { ++pressed; };
+    stage.Click({3, 2});
+    CHECK(focused == 1);
+    CHECK(pressed == 1);
+    stage.Click({10, 4});
+    stage.Click({30, 4});
+    CHECK(focused == 2);
+    CHECK(pressed == 1);
+}
+
+TEST_CASE("a thumb follows the pointer that drags it") {
+    Stage stage;
+    Scroll scroll;
+    scroll.Measure(100, 20);
+    const auto draw = [&] {
+        Canvas canvas = stage.Pen();
+        stage.pressables.Clear();
+        scroll.Draw(canvas, stage.pressables, {0, 0, 10, 22});
+    };
+    draw();
+    stage.pressables.Press({.at = {9, 2}});
+    stage.pressables.Move({30, 40});
+    CHECK(scroll.Top() == 80);
+    draw();
+    stage.pressables.Move({9, 1});
+    CHECK(scroll.Top() == 0);
+    stage.pressables.Release({9, 1});
+    draw();
+    stage.pressables.Press({.at = {9, 15}});
+    CHECK(scroll.Top() == 19);
 }
