@@ -57,7 +57,10 @@ TEST_CASE("the binder lists the bench's keys, all of them and no others") {
     CHECK(Joined(listed) == Joined(known));
 }
 
-TEST_CASE("the keys that the binder says come second do") {
+TEST_CASE("the keys come when the binder says") {
+    CHECK(KeysOfStage(0) ==
+          "Alt+C\nAlt+H\nAlt+N\nAlt+O\nAlt+S\nAlt+T\nCtrl+Enter\nCtrl+S\nCtrl+Shift+Tab\nCtrl+Tab\n"
+          "Esc\nF5\nF8\nShift+F8\n");
     CHECK(KeysOfStage(2) == "Alt+Down\nAlt+Up\nF10\nF7\n");
     CHECK(KeysOfStage(3).empty());
 }

@@ -214,6 +214,22 @@ TEST_CASE("a wait and a timer take the ticks that the binder gives") {
     }
 }
 
+TEST_CASE("an answer that does not come is counted as the pages count it") {
+    kp::Ticket ticket = SettingOf({&binder::Page("timeouts"), "Firmware", {}}).ticket;
+    for (const int n : {17, 27}) {
+        const std::string firmware =
+            base::Format("tx 'A'\ntmr %d\nrx a, again\nhalt\nagain: mov crc, -1\ntx 'A'\nhalt", n);
+        CHECK(RunOf(firmware, ticket).deeds.at(6).tick == static_cast<kp::Tick>(n + 3));
+    }
+    CHECK(binder::ProseOf(binder::Page("timeouts")).find("n is 17 to 27") != std::string::npos);
+    CHECK(binder::ProseOf(binder::Page("polling")).find("takes 59") != std::string::npos);
+    for (const kp::Tick late : {0, 1}) {
+        ticket.tests[0].rx = {{.at = 60 + late, .label = {}, .bytes = {0x04}}};
+        const Run run = RunOf("tx 7\ntmr 59\nrx a, gone\nhalt\ngone: halt", ticket);
+        CHECK(run.deeds.contains(late == 0 ? 4 : 5));
+    }
+}
+
 namespace {
 
 // A loop of k lines that reads bytes g ticks apart: the most that waited behind its line, and
