@@ -43,6 +43,9 @@ Bench::Bench(Shell& shell, const kp::LoadedTicket& loaded)
     if (const kp::Shift* shift = shell_.Content().ShiftOf(loaded.ticket.id)) {
         place_ = "Shift " + std::to_string(shift->number) + " " + shift->title;
     }
+    for (zo::ui::TextPane* text : {&ticket_, &hints_, &notes_}) {
+        text->copy = [this](const std::string& utf8) { shell_.SetClipboardText(utf8); };
+    }
     editor_.colour = ColourFirmware;
     editor_.changed = [this] { Edited(); };
     editor_.gutter_pressed = [this](int line) {

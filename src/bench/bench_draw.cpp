@@ -112,7 +112,7 @@ void Bench::DrawPanel(Canvas& canvas, Pressables& pressables, Panel panel) {
     DrawPanelFrame(canvas, pressables, panel);
     switch (panel) {
         case Panel::Ticket:
-            ticket_.Draw(canvas, pressables, pane);
+            ticket_.Draw(canvas, pressables, pane, panes_.HasFocus(panel));
             break;
         case Panel::Hints:
             // The button has the last row to itself.
@@ -129,7 +129,7 @@ void Bench::DrawPanel(Canvas& canvas, Pressables& pressables, Panel panel) {
             host_.Draw(canvas, pressables, pane, run_);
             break;
         case Panel::Notes:
-            notes_.Draw(canvas, pressables, pane);
+            notes_.Draw(canvas, pressables, pane, panes_.HasFocus(panel));
             break;
         default:
             break;

@@ -18,6 +18,7 @@
 //     close                     the topmost overlay
 //     capture errors            a capture's request; `refuse` for one that is not known
 //     quit                      the window is closed
+//     clipboard tx $41          what was copied last
 //     write data/a.lc1          a file, without the end of its last line
 //     file data/a.lc1           the same, as it is now; `has` where its text is of no interest
 //     files 0                   how many there are
@@ -73,6 +74,8 @@ inline bool Play(Game& game, const support::Step& step) {
     } else if (step.key == "quit") {
         shell.Quit();
         CHECK(shell.Done());
+    } else if (step.key == "clipboard") {
+        CHECK(shell.ClipboardText() == step.All());
     } else if (step.key == "write") {
         files[value] = step.text.substr(0, step.text.size() - 1);
     } else if (step.key == "file") {
