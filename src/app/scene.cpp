@@ -13,23 +13,30 @@ constexpr std::string_view kOverlay = "overlay-";
 constexpr double kDelaySeconds = 1.7;
 constexpr double kLongDelaySeconds = 3.2;  // for scenes that must first run their course
 
-struct PlaceName {
-    std::string_view name;
+// A row for each screen that a scene can name; a word of a screen that the program does not have is
+// unknown like any other. An overlay's word may go on with a separator and what to show there.
+struct SceneWord {
+    std::string_view word;
     Place place;
+    std::string_view about = {};
 };
-constexpr PlaceName kScreens[] = {
-    {"title", Place::Title}, {"board", Place::Board}, {"bench", Place::Bench}};
-constexpr PlaceName kOverlays[] = {{"overlay-pause", Place::Pause},
-                                   {"overlay-options", Place::Options},
-                                   {"overlay-credits", Place::Credits}};
-constexpr std::string_view kBinder = "overlay-binder";
-constexpr std::string_view kBinderPage = "crc";
+constexpr SceneWord kSceneWords[] = {
+    {"title", Place::Title},
+    {"board", Place::Board},
+    {"bench", Place::Bench},
+    {"overlay-pause", Place::Pause},
+    {"overlay-options", Place::Options},
+    {"overlay-credits", Place::Credits},
+    {"overlay-binder", Place::Binder, "crc"},
+};
 
-std::optional<Place> FindPlace(std::span<const PlaceName> names, std::string_view word) {
-    const auto found = std::find_if(names.begin(), names.end(),
-                                    [&](const PlaceName& row) { return row.name == word; });
-    if (found == names.end()) return std::nullopt;
-    return found->place;
+const SceneWord* FindScene(const Shell& shell, std::string_view word) {
+    const auto* const found = std::ranges::find_if(kSceneWords, [&](const SceneWord& row) {
+        const bool overlay = row.word.starts_with(kOverlay);
+        const bool goes_on = overlay && word.size() > row.word.size() + 1;
+        return word == row.word || (goes_on && word.starts_with(row.word));
+    });
+    return found != std::end(kSceneWords) && shell.Offers(found->place) ? found : nullptr;
 }
 
 void ReportUnknown(std::string_view word) {
@@ -97,10 +104,9 @@ void Scene::ChooseTicket(Shell& shell) {
 Place Scene::ChooseScreen(Shell& shell) {
     std::optional<Place> place;
     std::erase_if(words_, [&](const std::string& word) {
-        const std::optional<Place> named = FindPlace(kScreens, word);
-        if (!named || !shell.Offers(*named)) return false;
-        place = named;
-        return true;
+        const SceneWord* named = FindScene(shell, word);
+        if (named) place = named->place;
+        return named != nullptr;
     });
     if (place) return *place;
     return names_ticket_ || !words_.empty() ? Place::Bench : Place::Title;
@@ -113,14 +119,10 @@ void Scene::Request(Shell& shell, const std::string& word) const {
 
 void Scene::OpenOverlays(Shell& shell) const {
     for (const std::string& word : overlays_) {
-        const std::optional<Place> place = FindPlace(kOverlays, word);
-        const bool binder = word.starts_with(kBinder);
-        if (place && shell.Offers(*place)) {
-            shell.Open(*place);
-        } else if (binder && shell.Offers(Place::Binder)) {
-            const bool page = word.size() > kBinder.size() + 1;  // behind one separator
-            shell.Open(Place::Binder,
-                       page ? std::string_view(word).substr(kBinder.size() + 1) : kBinderPage);
+        if (const SceneWord* named = FindScene(shell, word)) {
+            const bool goes_on = word.size() > named->word.size();
+            shell.Open(named->place, goes_on ? std::string_view(word).substr(named->word.size() + 1)
+                                             : named->about);
         } else {
             Request(shell, word);
         }

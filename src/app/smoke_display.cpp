@@ -61,6 +61,8 @@ bool IsEven(const std::string& text, int width) {
 
 void CheckFont(SmokeRun& run) {
     run.report.Check("font Unscii 18", run.system.HasNineWideFace());
+    const std::vector<std::string> families = run.system.FontFamilies();
+    run.report.Check("font JetBrains Mono", std::ranges::count(families, "JetBrains Mono") > 0);
 }
 
 void CheckGrids(SmokeRun& run) {

@@ -23,4 +23,5 @@ printf '       halt\n' >"$work/content/missions/reference/$ticket.lc1"
     fail "a broken reference was not noticed"
 grep -q "^smoke: $ticket reference: FAILED, test 1 produces no output$" "$lines" ||
     fail "the broken reference was not named: $(cat "$lines")"
+grep -q "^smoke: 41 tickets embedded, expected 42$" "$lines" || fail "the tickets were not counted"
 echo "The smoke run passes, and finds a broken reference."
