@@ -12,6 +12,8 @@ void RunFarEnds(Report& report);
 void RunContent(Report& report);
 // Frames to pixels, whole and changed.
 void RunPictures(Report& report);
+// Runs on the bench: past ticks, the trace, a verify.
+void RunBench(Report& report);
 // The whole program but for the system it runs on, from its start on.
 void RunApp(Report& report);
 

@@ -6,6 +6,7 @@ int main(int argc, char** argv) {
     bench::RunFarEnds(report);
     bench::RunContent(report);
     bench::RunPictures(report);
+    bench::RunBench(report);
     bench::RunApp(report);
     return 0;
 }
