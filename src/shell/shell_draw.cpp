@@ -68,7 +68,8 @@ void Shell::DescribeFrame() {
 
 void Shell::DrawBars(zo::ui::Canvas& canvas) {
     if (!record_.title.empty()) {
-        DrawTopBar(canvas, {record_.title, record_.context, record_.detail, record_.place});
+        DrawTopBar(canvas, pressables_,
+                   {record_.title, record_.context, record_.detail, record_.place});
     }
     DrawKeyBar(canvas, pressables_, record_.keys, press_key_);
     const bool message = !message_.text.empty();

@@ -58,7 +58,7 @@ void DrawKeyBar(Canvas& canvas, Pressables& pressables, std::span<const KeyItem>
 }
 
 // What gives way, in this order: the program's name, the detail, the place, the end of the context.
-void DrawTopBar(Canvas& canvas, const TopBar& bar) {
+void DrawTopBar(Canvas& canvas, Pressables& pressables, const TopBar& bar) {
     const Rect row = canvas.Area().Row(0);
     canvas.Fill(row, U' ', Role::Bar);
     int x = row.x + 1;
@@ -75,7 +75,8 @@ void DrawTopBar(Canvas& canvas, const TopBar& bar) {
     const bool has_place = Cells(bar.context) <= beside;
     const int room = has_place ? beside : end - x;
     const bool has_detail = has_place && Cells(bar.context) + Cells(bar.detail) <= room;
-    canvas.Field({x, row.y, std::min(Cells(bar.context), room), 1}, bar.context, Role::Bar);
+    const Rect context = {x, row.y, std::min(Cells(bar.context), room), 1};
+    if (!canvas.Field(context, bar.context, Role::Bar)) pressables.Add(context, bar.context);
     if (has_detail) canvas.Text(x + Cells(bar.context), row.y, bar.detail, Role::Bar);
     if (has_place) canvas.TextRight(end, row.y, bar.place, Role::Bar);
 }

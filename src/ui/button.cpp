@@ -76,6 +76,7 @@ std::string_view ButtonRow::FocusedHint() const {
 
 bool ButtonRow::Key(const KeyPress& key) {
     const int count = static_cast<int>(items_.size());
+    if (count == 0) return false;
     if (const int step = StepOf(key); step != 0) {
         focused_ = std::clamp(focused_ + step, 0, count - 1);
         return true;

@@ -20,6 +20,10 @@ void Scroll::To(int top) {
     top_ = std::clamp(top, 0, std::max(total_ - shown_, 0));
 }
 
+void Scroll::Wheel(int steps) {
+    By(-kWheelRows * steps);
+}
+
 void Scroll::Reveal(int row, int margin) {
     margin = std::min(margin, (shown_ - 1) / 2);
     if (row - margin < top_) To(row - margin);
@@ -69,7 +73,7 @@ void Scroll::Draw(Canvas& canvas, Pressables& pressables, const Rect& pane) {
                 grip_ >= 0 && pressables.Pressed(bar_) ? Role::PanelBright : Role::ScrollThumb);
     canvas.Put(bar_.x, bar_.Bottom() - 1, U'▼', Role::ScrollThumb);
 
-    pressables.Add(pane).wheel = [this](int steps, const Modifiers&) { By(-kWheelRows * steps); };
+    pressables.Add(pane).wheel = [this](int steps, const Modifiers&) { Wheel(steps); };
     Pressable& bar = pressables.Add(bar_);
     bar.press = [this](const PointerPress& press) { Press(press); };
     bar.drag = [this](Point at) { Drag(at); };

@@ -189,6 +189,14 @@ void TextPane::Draw(Canvas& canvas, Pressables& pressables, const Rect& text, co
                 layout_.Rows()[static_cast<std::size_t>(row)], focused);
     }
     scroll_.Draw(canvas, pressables, pane);
+    if (layout_.WidestKept() <= text.width) return;
+    pressables.Add(text).wheel = [this](int steps, const Modifiers& with) {
+        if (with.shift) {
+            ScrollSideways(-steps * kSidewaysCells);
+        } else {
+            scroll_.Wheel(steps);
+        }
+    };
 }
 
 const TextPane::Link* TextPane::LinkAt(const TextPlace& place) const {

@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <set>
 
 #include "automation.h"
@@ -16,6 +17,8 @@
 #include "recording.h"
 #include "scene.h"
 #include "support/fake_disk.h"
+#include "support/picture.h"
+#include "ui/pane.h"
 #include "widget_page.h"
 
 using zo::ui::Frame;
@@ -136,6 +139,42 @@ private:
 };
 
 }  // namespace
+
+TEST_CASE("a broken frame, a foreign glyph and a second focus are found") {
+    using zo::ui::Canvas;
+    using zo::ui::Role;
+    const struct {
+        std::function<void(Canvas&)> draw;
+        std::string_view faults;
+    } cases[] = {
+        {[](Canvas&) {}, ""},
+        {[](Canvas& canvas) { canvas.Text(6, 3, "too long a text", Role::Panel); },
+         "a text in the right side of a frame at 19,3\n"},
+        {[](Canvas& canvas) { canvas.Text(9, 3, "a text", Role::Panel, zo::ui::Style::Plain); },
+         ""},
+        {[](Canvas& canvas) { canvas.Put(5, 4, U'x', Role::Panel); },
+         "a text in the left side of a frame at 5,4\n"},
+        {[](Canvas& canvas) { canvas.Put(19, 6, U'─', Role::Frame); }, "a frame is open at 19,6\n"},
+        {[](Canvas& canvas) { canvas.Put(7, 3, U'…', Role::Panel); },
+         "a glyph outside the code page at 7,3\n"},
+        {[](Canvas& canvas) {
+             zo::ui::DrawPane(canvas, {30, 2, 9, 4}, "", true);
+         },
+         "2 panes have focus\n"},
+        {[](Canvas& canvas) {
+             zo::ui::DrawOverlay(canvas, {12, 1, 30, 9}, "Over it");
+         },
+         ""},
+    };
+    for (const auto& c : cases) {
+        Frame frame = fake::BlankFrame(80, 25);
+        Canvas canvas(frame, 0);
+        zo::ui::DrawPane(canvas, {5, 2, 15, 5}, "PANE", false);
+        zo::ui::DrawPane(canvas, {50, 2, 9, 5}, "", true);
+        c.draw(canvas);
+        CHECK(gallery::Faults(frame) == c.faults);
+    }
+}
 
 TEST_CASE("every widget stands in its pane in every state") {
     for (int page = 0; page < gallery::kWidgetPages; ++page) {

@@ -30,7 +30,7 @@ Pressables With(Pointer pointer, Point at) {
 void Bars(Canvas& canvas, const TopBar& top, std::span<const KeyItem> keys,
           const StatusLine& status) {
     Pressables pressables;
-    DrawTopBar(canvas, top);
+    DrawTopBar(canvas, pressables, top);
     DrawKeyBar(canvas, pressables, keys, {});
     DrawStatusLine(canvas, status);
 }

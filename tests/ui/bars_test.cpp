@@ -56,8 +56,10 @@ TEST_CASE("the top bar gives up the name, then the detail, then the place") {
     for (const auto& c : cases) {
         Stage stage(c.columns, 25);
         Canvas canvas = stage.Pen();
-        DrawTopBar(canvas, c.bar);
+        DrawTopBar(canvas, stage.pressables, c.bar);
         CHECK(fake::Row(stage.frame, 0) == c.row);
+        stage.pressables.Move({12, 0});
+        CHECK(stage.pressables.Hint() == (c.row.ends_with("»") ? c.bar.context : ""));
     }
 }
 

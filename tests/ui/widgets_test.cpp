@@ -3,7 +3,7 @@
 //     a check on            a new widget: its name here below, and what it holds
 //     keys ab<Enter>        named keys and typed characters
 //     point 3,0             the pointer; press, drag, release, click, double, triple alike
-//     wheel 3,0 -1          so many steps up
+//     wheel 3,0 -1          so many steps up; sideways with Shift
 //     show                  the picture, without empty rows at its end; `show 0,1 9x2` a part of it
 //     role 3,0 sel          of a cell
 //     caret 4               its column, or none
@@ -330,9 +330,9 @@ private:
             pressables.Press({.at = at});
         } else if (how == "release") {
             pressables.Release(at);
-        } else if (how == "wheel") {
+        } else if (how == "wheel" || how == "sideways") {
             support::Cut(words, " ");
-            pressables.Wheel(at, std::stoi(std::string(words)), {});
+            pressables.Wheel(at, std::stoi(std::string(words)), {.shift = how == "sideways"});
         } else {
             const int clicks = how == "click" ? 1 : how == "double" ? 2 : how == "triple" ? 3 : 0;
             REQUIRE_MESSAGE(clicks > 0, std::string(how));

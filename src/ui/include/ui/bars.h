@@ -24,11 +24,11 @@ void DrawKeyBar(Canvas& canvas, Pressables& pressables, std::span<const KeyItem>
 
 struct TopBar {
     std::string_view title = {};
-    std::string_view context = {};  // cut last
+    std::string_view context = {};  // cut last; its hint is then the whole
     std::string_view detail = {};   // behind the context, dropped first
     std::string_view place = {};    // right-aligned
 };
-void DrawTopBar(Canvas& canvas, const TopBar& bar);
+void DrawTopBar(Canvas& canvas, Pressables& pressables, const TopBar& bar);
 
 struct StatusLine {
     std::string_view mode = {};     // a label before the message, may be empty

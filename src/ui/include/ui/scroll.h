@@ -17,6 +17,7 @@ public:
     bool Needed() const { return total_ > shown_; }
     void To(int top);
     void By(int rows) { To(top_ + rows); }
+    void Wheel(int steps);  // up are positive
     // Brings a row into sight, with `margin` rows around it where there are that many.
     void Reveal(int row, int margin);
     // Up, Down, PgUp, PgDn, Home and End move the view.
