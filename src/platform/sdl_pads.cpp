@@ -9,7 +9,7 @@ using ui::PadButton;
 
 constexpr double kPollSeconds = 1.0 / 60;
 constexpr double kAgainSeconds = 3;  // between looks for one that has gone
-constexpr double kRestSeconds = 1;   // between looks for a first one, when something else happens
+constexpr double kRestSeconds = 3;   // between looks for a first one, when something else happens
 constexpr double kFirstRepeatSeconds = 0.4;
 constexpr double kRepeatSeconds = 1.0 / 12;
 
