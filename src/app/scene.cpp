@@ -19,16 +19,21 @@ struct SceneWord {
     std::string_view word;
     Place place;
     std::string_view about = {};
+    std::string_view states = {};  // that the screen can be asked to show, between blanks
 };
 constexpr SceneWord kSceneWords[] = {
     {"title", Place::Title},
     {"board", Place::Board},
-    {"bench", Place::Bench},
+    {"bench", Place::Bench, "", "empty errors running failed passed results"},
     {"overlay-pause", Place::Pause},
     {"overlay-options", Place::Options},
     {"overlay-credits", Place::Credits},
     {"overlay-binder", Place::Binder, "crc"},
 };
+
+bool Offers(const Places& places, Place place) {
+    return places[static_cast<std::size_t>(place)] != nullptr;
+}
 
 const SceneWord* FindScene(const Shell& shell, std::string_view word) {
     const auto* const found = std::ranges::find_if(kSceneWords, [&](const SceneWord& row) {
@@ -55,6 +60,22 @@ const kp::LoadedTicket* TicketNamed(const kp::Content& content, const std::strin
 }
 
 }  // namespace
+
+std::vector<std::string> EveryScene(const Places& places) {
+    std::vector<std::string> scenes;
+    for (const SceneWord& row : kSceneWords) {
+        if (!Offers(places, row.place)) continue;
+        const bool overlay = row.word.starts_with(kOverlay);
+        const std::string scene = (overlay ? "bench:" : "") + std::string(row.word);
+        scenes.push_back(scene);
+        for (std::string_view rest = row.states; !rest.empty();) {
+            const std::size_t end = std::min(rest.find(' '), rest.size());
+            scenes.push_back(scene + ":" + std::string(rest.substr(0, end)));
+            rest.remove_prefix(std::min(end + 1, rest.size()));
+        }
+    }
+    return scenes;
+}
 
 Scene::Scene(std::string_view words) : text_(words) {
     while (!words.empty()) {

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "shell/places.h"
 #include "shell/shell.h"
 
 namespace Kest {
@@ -30,5 +31,9 @@ private:
     std::vector<std::string> overlays_;
     bool names_ticket_ = false;
 };
+
+// A scene for each screen that these places have, overlays over the bench, and for each state that
+// it can be asked to show.
+std::vector<std::string> EveryScene(const Places& places);
 
 }  // namespace Kest

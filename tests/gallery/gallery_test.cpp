@@ -16,6 +16,7 @@
 #include "picture_faults.h"
 #include "recording.h"
 #include "scene.h"
+#include "support/cases.h"
 #include "support/fake_disk.h"
 #include "support/picture.h"
 #include "ui/pane.h"
@@ -29,11 +30,6 @@ namespace {
 
 constexpr PixelSize kWindows[] = {{640, 400}, {1280, 800}, {1440, 900}, {1920, 1080}, {3840, 2160}};
 constexpr PixelSize kUsual = {1280, 800};
-constexpr std::string_view kScenes[] = {
-    "title",        "bench",        "bench:empty",   "bench:errors",        "bench:running",
-    "bench:failed", "bench:passed", "bench:results", "bench:overlay-pause", "1-01-carrier-check"};
-constexpr int kClosed = 20;  // tickets, so that every stage of the game is open
-
 constexpr std::string_view kColourings[][4] = {{"vga", "amber", "green", "lcd"},
                                                {"dark", "amber", "blueprints", ""}};
 
@@ -91,6 +87,23 @@ void ForEachColouring(Look look, Act act) {
     }
 }
 
+struct Sight {
+    std::string scene;
+    int closed;  // tickets
+    std::string name;
+};
+
+// Every scene when every stage of the game is open, and the screens of a player's first minutes.
+std::vector<Sight> Sights() {
+    constexpr int kLate = 20;
+    std::vector<Sight> sights;
+    for (const std::string& scene : Kest::EveryScene(Kest::GamePlaces())) {
+        sights.push_back({scene, kLate, scene});
+        if (scene.find(':') == std::string::npos) sights.push_back({scene, 0, scene + ":first"});
+    }
+    return sights;
+}
+
 const kp::Content& BuiltInContent() {
     static const kp::Content content = kp::LoadContent(kp::ContentStore::BuiltIn());
     return content;
@@ -99,12 +112,12 @@ const kp::Content& BuiltInContent() {
 // A game that shows a scene.
 class Show {
 public:
-    Show(std::string_view words, const View& view)
+    Show(const Sight& sight, const View& view)
         : shell_({.content = BuiltInContent(),
                   .clock = clock_,
                   .disk = disk_,
                   .persistent = false,
-                  .closed_override = kClosed,
+                  .closed_override = sight.closed,
                   .places = Kest::GamePlaces()}) {
         shell_.OverrideSettings([&](Kest::Settings& settings) {
             settings.modern_look = view.look == Look::Modern;
@@ -113,7 +126,7 @@ public:
         });
         shell_.SetWindow(view.window, 1);
         shell_.HoldCaret();
-        Kest::Scene scene(words);
+        Kest::Scene scene(sight.scene);
         scene.Build(shell_);
         Run(scene.DelaySeconds());
         scene.OpenOverlays(shell_);
@@ -196,14 +209,17 @@ TEST_CASE("every widget stands in its pane in every state") {
 }
 
 TEST_CASE("every scene is whole at every size and shows the recorded text") {
-    for (const std::string_view scene : kScenes) {
-        CAPTURE(scene);
-        gallery::Recording recording{std::string(scene)};
+    const std::vector<Sight> sights = Sights();
+    const std::size_t recorded = support::NamesIn("gallery/texts").size();
+    CHECK(recorded == sights.size() + gallery::kWidgetPages);  // none is left of what is gone
+    for (const Sight& sight : sights) {
+        CAPTURE(sight.name);
+        gallery::Recording recording(sight.name);
         for (const View& view : DistinctViews()) {
             const zo::ui::Grid grid = view.Grid();
             CAPTURE(grid.columns);
             CAPTURE(grid.rows);
-            Show show(scene, view);
+            Show show(sight, view);
             const Frame& frame = show.Draw(0);
             CHECK(gallery::Faults(frame) == "");
             recording.Add(frame);
@@ -214,14 +230,14 @@ TEST_CASE("every scene is whole at every size and shows the recorded text") {
 
 TEST_CASE("pictures of every scene in every colouring") {
     const bool all_windows = std::getenv("KEST_LONG") != nullptr;
-    for (const std::string_view scene : kScenes) {
+    for (const Sight& sight : Sights()) {
         for (const View& view : AllViews()) {
             if (!all_windows && view.window != kUsual) continue;
-            Show show(scene, view);
+            Show show(sight, view);
             const std::string detail = base::Format("%dx%d%s", view.window.width,
                                                     view.window.height, view.large ? " large" : "");
             ForEachColouring(view.look, [&](int theme) {
-                WritePicture(show.Draw(theme), view.window, scene, theme, detail);
+                WritePicture(show.Draw(theme), view.window, sight.name, theme, detail);
             });
         }
     }
