@@ -10,7 +10,7 @@ void RunCard(Report& report);
 void RunFarEnds(Report& report);
 // Loading and proving the campaign, and lc1 as a process.
 void RunContent(Report& report);
-// Frames to pixels, whole and changed.
+// Screens drawn and turned to pixels, whole and changed.
 void RunPictures(Report& report);
 // Runs on the bench: past ticks, the trace, a verify.
 void RunBench(Report& report);

@@ -1,80 +1,142 @@
 #include <string>
 
 #include "allocations.h"
+#include "base/format.h"
+#include "bench/bench.h"
 #include "benchmarks.h"
+#include "content/content.h"
 #include "gpu/picture.h"
 #include "gpu/renderer.h"
+#include "shell/shell.h"
+#include "support/fake_system.h"
 
 namespace bench {
 namespace {
 
 using zo::ui::Frame;
+using zo::ui::Look;
+using zo::ui::PixelSize;
 
-// A screen as full as the game's: text, frames and blanks by turns.
-Frame FullScreen(const zo::ui::GridRequest& request) {
-    constexpr std::u32string_view kRow = U"│ next:  mov a, $C1   ; payload │ ░░██   ";
-    Frame frame;
-    frame.Resize(zo::ui::SizeGrid(request));
-    for (std::size_t i = 0; i < frame.cells.size(); ++i) {
-        const auto role = i % 7 < 4 ? zo::ui::Role::Panel : zo::ui::Role::CodeNum;
-        const zo::ui::Ink colours = zo::ui::Colours(request.look, 0, role);
-        frame.cells[i] = {kRow[i % kRow.size()], colours.ink, colours.ground, role};
+// A window as a player may have it.
+struct Display {
+    const char* name;
+    Look look;
+    PixelSize size;
+    float scale;
+    bool large;
+    bool crt;
+};
+constexpr Display kDisplays[] = {
+    {"classic 1280x800", Look::Classic, {1280, 800}, 1, false, false},
+    {"classic 1280x800, CRT", Look::Classic, {1280, 800}, 1, false, true},
+    {"classic 1440x900", Look::Classic, {1440, 900}, 1, false, false},
+    {"classic 3840x2160", Look::Classic, {3840, 2160}, 2, false, false},
+    {"classic 3840x2160, CRT", Look::Classic, {3840, 2160}, 2, false, true},
+    {"modern 1440x900", Look::Modern, {1440, 900}, 1, true, false},
+    {"modern 3840x2160", Look::Modern, {3840, 2160}, 2, false, false},
+};
+constexpr int kGreen = 2;
+
+// The bench with a ticket on it, as a window would be shown it.
+class Scene {
+public:
+    Scene(const kp::Content& content, const Display& display)
+        : shell_({.content = content,
+                  .clock = system_.clock,
+                  .disk = system_.disk,
+                  .persistent = false,
+                  .closed_override = 40,
+                  .places = Bench()}) {
+        shell_.OverrideSettings([&](Kest::Settings& settings) {
+            settings.modern_look = display.look == Look::Modern;
+            settings.large_text = display.large;
+            settings.crt = display.crt;
+            if (display.crt) settings.theme = kGreen;
+        });
+        shell_.SetWindow(display.size, display.scale);
+        shell_.Open(Kest::Place::Bench, content.shifts[3].tickets.front().ticket.id);
+        shell_.Advance();
     }
-    return frame;
+
+    const Frame& Draw() {
+        shell_.RequestRedraw();
+        return shell_.Draw();
+    }
+
+private:
+    static Kest::Places Bench() {
+        Kest::Places places;
+        places[static_cast<std::size_t>(Kest::Place::Bench)] = Kest::MakeBench;
+        return places;
+    }
+
+    fake::System system_;
+    Kest::Shell shell_;
+};
+
+// As many cells as a line of text changes.
+void ChangeCells(Frame& frame) {
+    constexpr int kChanged = 80;
+    for (int x = 0; x < kChanged; ++x) frame.At(x, frame.grid.rows / 2).glyph ^= 1;
 }
 
-// A margin of another colour has everything painted anew.
-void TimeWhole(Report& report, std::string_view name, const zo::ui::GridRequest& request,
-               bool crt) {
-    Frame frame = FullScreen(request);
-    frame.crt = crt;
+void TimeDisplay(Report& report, const kp::Content& content, const Display& display) {
+    Scene scene(content, display);
+    Frame frame = scene.Draw();
+    const std::string title =
+        base::Format("%s, %dx%d: ", display.name, frame.grid.columns, frame.grid.rows);
     const auto renderer = zo::gpu::MakeRenderer();
-    zo::platform::PixelBuffer buffer{.size = request.window, .pixels = {}};
-    report.Time(name, [&] {
-        frame.margin.r ^= 1;
-        renderer->Paint(frame, buffer);
-        return 1.0;
-    });
-}
-
-void TimeChanges(Report& report, const zo::ui::GridRequest& request) {
-    Frame frame = FullScreen(request);
-    const auto renderer = zo::gpu::MakeRenderer();
-    zo::platform::PixelBuffer buffer{.size = request.window, .pixels = {}};
-    renderer->Paint(frame, buffer);
-    report.Time("picture: 160x50 cells that did not change", [&] {
-        renderer->Paint(frame, buffer);
-        return 1.0;
-    });
-    const auto change_one = [&] {
-        frame.At(80, 25).glyph ^= 1;
+    zo::platform::PixelBuffer buffer{.size = display.size, .pixels = {}};
+    const auto change = [&] {
+        ChangeCells(frame);
         renderer->Paint(frame, buffer);
         return 1.0;
     };
-    change_one();  // draws both glyphs
-    change_one();
-    report.Time("picture: 160x50 cells of which one changed", change_one);
-    report.Sample("picture: allocations of a change", "", 1, [&] {
+    report.Time(title + "drawn, painted whole", [&] {
+        const Frame& drawn = scene.Draw();
+        Keep(&drawn);
+        frame.margin.r ^= 1;  // has everything painted anew
+        renderer->Paint(frame, buffer);
+        return 1.0;
+    });
+    report.Time(title + "drawn", [&] {
+        const Frame& drawn = scene.Draw();
+        Keep(&drawn);
+        return 1.0;
+    });
+    change();  // draws the glyphs
+    report.Time(title + "80 cells changed", change);
+    report.Time(title + "unchanged", [&] {
+        renderer->Paint(frame, buffer);
+        return 1.0;
+    });
+    report.Sample(title + "allocations of a frame", "", 3, [&] {
         const std::size_t before = Allocations();
-        change_one();
+        change();
         return static_cast<double>(Allocations() - before);
+    });
+}
+
+// From nothing to the first picture: the renderer made, the font opened, the glyphs drawn.
+void TimeFirst(Report& report, const kp::Content& content, const Display& display) {
+    Scene scene(content, display);
+    const Frame& frame = scene.Draw();
+    report.Time(base::Format("%s: first picture", display.name), [&] {
+        zo::platform::PixelBuffer buffer{.size = display.size, .pixels = {}};
+        zo::gpu::MakeRenderer()->Paint(frame, buffer);
+        return 1.0;
     });
 }
 
 }  // namespace
 
 void RunPictures(Report& report) {
-    const zo::ui::GridRequest eight = {.window = {1280, 800}};
-    const zo::ui::GridRequest modern = {
-        .window = {1440, 900}, .look = zo::ui::Look::Modern, .want_large = true};
-    TimeWhole(report, "picture: 160x50 cells whole, 8x16", eight, false);
-    TimeWhole(report, "picture: 160x50 cells whole, 8x16, CRT", eight, true);
-    TimeWhole(report, "picture: 160x50 cells whole, 9x18", {.window = {1440, 900}}, false);
-    TimeWhole(report, "picture: 182x51 cells whole, 7x14", {.window = {1280, 720}}, false);
-    TimeWhole(report, "picture: 160x45 cells whole, modern", modern, false);
-    TimeChanges(report, eight);
-    zo::platform::PixelBuffer picture{.size = eight.window, .pixels = {}};
-    zo::gpu::MakeRenderer()->Paint(FullScreen(eight), picture);
+    const kp::Content content = kp::LoadContent(kp::ContentStore::BuiltIn());
+    for (const Display& display : kDisplays) TimeDisplay(report, content, display);
+    for (const Display& display : kDisplays) TimeFirst(report, content, display);
+    Scene scene(content, kDisplays[0]);
+    zo::platform::PixelBuffer picture{.size = kDisplays[0].size, .pixels = {}};
+    zo::gpu::MakeRenderer()->Paint(scene.Draw(), picture);
     report.Time("picture: PNG of 1280x800", [&] {
         const std::string png = zo::gpu::EncodePng(picture);
         Keep(&png);

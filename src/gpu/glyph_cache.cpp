@@ -1,9 +1,9 @@
 #include "glyph_cache.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "box_lines.h"
-#include "shades.h"
 #include "signs.h"
 
 namespace zo::gpu {
@@ -19,13 +19,9 @@ bool SameCells(const ui::Grid& a, const ui::Grid& b) {
            a.line_pixels == b.line_pixels;
 }
 
-Coverage CoverageOf(const Mask& mask) {
-    bool blank = true, crisp = true;
-    for (const Level level : mask.Levels()) {
-        blank = blank && level == 0;
-        crisp = crisp && (level == 0 || level == kFull);
-    }
-    return blank ? Coverage::Blank : crisp ? Coverage::Crisp : Coverage::Soft;
+bool IsBlank(const Mask& mask) {
+    return std::all_of(mask.Levels().begin(), mask.Levels().end(),
+                       [](Level level) { return level == 0; });
 }
 
 }  // namespace
@@ -52,11 +48,11 @@ Glyph GlyphCache::Find(char32_t code_point, int cell_height) {
         Draw(known ? code_point : kReplacement, height, cell);
         entry = Keep(cell);
     }
-    return {levels_.data() + entry.offset, entry.coverage};
+    return {levels_.data() + entry.offset, entry.blank};
 }
 
 GlyphCache::Entry GlyphCache::Keep(const Mask& mask) {
-    const Entry entry = {static_cast<std::int32_t>(levels_.size()), CoverageOf(mask)};
+    const Entry entry = {static_cast<std::int32_t>(levels_.size()), IsBlank(mask)};
     levels_.insert(levels_.end(), mask.Levels().begin(), mask.Levels().end());
     return entry;
 }
@@ -66,8 +62,6 @@ void GlyphCache::Draw(char32_t code_point, std::size_t height, Mask& cell) {
         DrawLine(code_point, height, cell);
     } else if (IsBlock(code_point)) {
         DrawBlock(code_point, cell);
-    } else if (IsShade(code_point)) {
-        DrawFlatShade(code_point, cell);
     } else if (grid_.look == ui::Look::Modern && IsPointer(code_point)) {
         DrawPointer(code_point, static_cast<int>(std::lround(grid_.cell_height / 2)), cell);
     } else if (IsTriangle(code_point)) {

@@ -11,18 +11,13 @@
 
 namespace zo::gpu {
 
-enum class Coverage : std::uint8_t {
-    Blank,  // no pixel is inked
-    Crisp,  // every pixel is ink or ground
-    Soft,
-};
-
 struct Glyph {
     const Level* levels;  // of the cell's pixels, row by row
-    Coverage coverage;
+    bool blank;           // no pixel is inked
 };
 
-// The glyphs of one grid's cells, each drawn when it is first asked for.
+// The glyphs of one grid's cells, each drawn when it is first asked for. Shades are none: they run
+// on across cells.
 class GlyphCache {
 public:
     // Forgets the glyphs when the grid's cells are not like the last one's.
@@ -36,7 +31,7 @@ public:
 private:
     struct Entry {
         std::int32_t offset = -1;  // into levels_
-        Coverage coverage = Coverage::Blank;
+        bool blank = true;
     };
 
     void Draw(char32_t code_point, std::size_t height, Mask& cell);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "cells/theme.h"
@@ -15,14 +16,9 @@ inline std::uint32_t Pixel(ui::Rgb colour) {
 // The pixel for every level of coverage, for one pair of colours.
 class Ramp {
 public:
-    // The mixes between ink and ground are worked out only when they are asked for.
-    enum class Steps { Ends, All };
-
-    void Set(const ui::Ink& colours, Steps steps) {
-        pixels_[0] = Pixel(colours.ground);
-        pixels_[kFull] = Pixel(colours.ink);
-        if (steps == Steps::Ends) return;
-        for (unsigned level = 1; level < kFull; ++level) {
+    Ramp() = default;  // of black on black
+    explicit Ramp(const ui::Ink& colours) {
+        for (unsigned level = 0; level <= kFull; ++level) {
             pixels_[level] = Pixel({Mix(colours.ink.r, colours.ground.r, level),
                                     Mix(colours.ink.g, colours.ground.g, level),
                                     Mix(colours.ink.b, colours.ground.b, level)});
@@ -38,6 +34,33 @@ private:
     }
 
     std::array<std::uint32_t, kFull + 1> pixels_ = {};
+};
+
+// The ramps in use. A screen has a few dozen pairs of colours in thousands of cells, so the last
+// ramp asked for in each place is kept.
+class Ramps {
+public:
+    const Ramp& Find(const ui::Ink& colours) {
+        Entry& entry = entries_[Place(colours)];
+        if (entry.colours != colours) entry = {colours, Ramp(colours)};
+        return entry.ramp;
+    }
+
+private:
+    static constexpr unsigned kPlaceBits = 8;
+
+    struct Entry {
+        ui::Ink colours;  // black on black at first, as its ramp is
+        Ramp ramp;
+    };
+
+    static std::size_t Place(const ui::Ink& colours) {
+        const std::uint32_t mixed =
+            Pixel(colours.ink) * 0x9E3779B1U ^ Pixel(colours.ground) * 0x85EBCA6BU;
+        return mixed >> (32 - kPlaceBits);
+    }
+
+    std::array<Entry, 1U << kPlaceBits> entries_;
 };
 
 }  // namespace zo::gpu

@@ -59,6 +59,19 @@ void FillRect(const PixelRect& wanted, std::uint32_t pixel, PixelBuffer& buffer)
     if (!IsEmpty(rect)) Fill(PixelsOf(rect, buffer), pixel);
 }
 
+// The end of the cells from x on that are one stretch of ground, or of a shade.
+int RunEnd(int x, int y, const Frame& frame) {
+    const Cell& first = frame.At(x, y);
+    const bool runs = first.glyph == U' ' || IsShade(first.glyph);
+    if (!runs || first.style != ui::Style::Plain) return x;
+    const auto alike = [&](const Cell& cell) {
+        return cell.glyph == first.glyph && cell.ink == first.ink && cell.ground == first.ground &&
+               cell.style == first.style;
+    };
+    while (x < frame.grid.columns && alike(frame.At(x, y))) ++x;
+    return x;
+}
+
 class Renderer final : public platform::Painter {
 public:
     Renderer() { changed_.reserve(kMostRects); }
@@ -69,12 +82,14 @@ private:
     bool MustPaintWhole(const Frame& frame, const PixelBuffer& buffer) const;
     void PaintWhole(const Frame& frame, PixelBuffer& buffer);
     void PaintMargins(const Frame& frame, PixelBuffer& buffer) const;
+    void PaintRow(int y, const Frame& frame, PixelBuffer& buffer);
+    void Darken(int top, int bottom, PixelBuffer& buffer) const;
     void PaintChanges(const Frame& frame, PixelBuffer& buffer);
     void PaintChangedRow(int y, const Frame& frame, PixelBuffer& buffer);
     bool CaretMoved(int x, int y, const Frame& frame) const;
     void PaintCell(int x, int y, const Frame& frame, PixelBuffer& buffer);
     void PaintGlyph(const Cell& cell, const PixelRect& rect, int first_row, PixelBuffer& buffer);
-    void PaintPattern(const Cell& cell, const PixelRect& rect, int first_row, const Pixels& target);
+    void PaintPattern(char32_t shade, int x, int y, const Ramp& ramp, const Pixels& target);
     void PaintCaret(const Cell& cell, const PixelRect& rect, const ui::Caret& caret,
                     PixelBuffer& buffer);
     void AddChange(const PixelRect& rect, int near_pixels);
@@ -82,7 +97,7 @@ private:
     GlyphCache glyphs_;
     ShadePatterns shades_;
     CrtFilter crt_;
-    Ramp ramp_;
+    Ramps ramps_;
     Frame shown_;
     ui::PixelSize shown_size_;
     int left_ = 0;           // of the grid shown, in pixels
@@ -124,11 +139,14 @@ void Renderer::PaintWhole(const Frame& frame, PixelBuffer& buffer) {
     tops_.clear();
     for (int y = 0; y <= grid.rows; ++y) tops_.push_back(grid.RowTop(y));
     PaintMargins(frame, buffer);
+    Darken(0, tops_.front(), buffer);
     for (int y = 0; y < grid.rows; ++y) {
-        for (int x = 0; x < grid.columns; ++x) PaintCell(x, y, frame, buffer);
+        const auto row = static_cast<std::size_t>(y);
+        PaintRow(y, frame, buffer);
+        Darken(tops_[row], tops_[row + 1], buffer);  // while the processor has it at hand
     }
+    Darken(tops_.back(), height, buffer);
     changed_.push_back({0, 0, width, height});
-    if (frame.crt) crt_.Apply(changed_.front(), buffer);
 }
 
 void Renderer::PaintMargins(const Frame& frame, PixelBuffer& buffer) const {
@@ -141,6 +159,24 @@ void Renderer::PaintMargins(const Frame& frame, PixelBuffer& buffer) const {
     FillRect({0, 0, left_, height}, pixel, buffer);
     FillRect({right, 0, width - right, height}, pixel, buffer);
     FillRect({0, bottom, width, height - bottom}, pixel, buffer);
+}
+
+void Renderer::Darken(int top, int bottom, PixelBuffer& buffer) const {
+    const PixelRect rows = Clipped({0, top, buffer.size.width, bottom - top}, buffer.size);
+    if (shown_.crt && !IsEmpty(rows)) crt_.Apply(rows, buffer);
+}
+
+// Cells alike that show no glyph of their own are painted as one.
+void Renderer::PaintRow(int y, const Frame& frame, PixelBuffer& buffer) {
+    for (int x = 0; x < frame.grid.columns;) {
+        const int end = frame.caret.y == y ? x : RunEnd(x, y, frame);
+        if (end > x) {
+            PaintGlyph(frame.At(x, y), CellRect(x, y, end - x), 0, buffer);
+            x = end;
+        } else {
+            PaintCell(x++, y, frame, buffer);
+        }
+    }
 }
 
 void Renderer::PaintChanges(const Frame& frame, PixelBuffer& buffer) {
@@ -182,42 +218,40 @@ bool Renderer::CaretMoved(int x, int y, const Frame& frame) const {
 
 void Renderer::PaintCell(int x, int y, const Frame& frame, PixelBuffer& buffer) {
     const PixelRect rect = CellRect(x, y, 1);
-    if (IsEmpty(Clipped(rect, buffer.size))) return;
     const Cell& cell = frame.At(x, y);
     PaintGlyph(cell, rect, 0, buffer);
     if (frame.caret.x == x && frame.caret.y == y) PaintCaret(cell, rect, frame.caret, buffer);
 }
 
-// Paints the cell's pixel rows from the first one given down.
+// Paints the pixel rows of a cell, or of a stretch of cells, from the first one given down.
 void Renderer::PaintGlyph(const Cell& cell, const PixelRect& rect, int first_row,
                           PixelBuffer& buffer) {
+    const PixelRect seen = Clipped(rect, buffer.size);
+    if (IsEmpty(seen)) return;
     const bool classic = shown_.grid.look == ui::Look::Classic;
-    const Pixels visible = PixelsOf(Clipped(rect, buffer.size), buffer);
-    const Pixels target = visible.Rows(first_row, visible.height - first_row);
-    if (classic && IsShade(cell.glyph)) {
-        PaintPattern(cell, rect, first_row, target);
+    const Pixels target = PixelsOf(seen, buffer).Rows(first_row, seen.height - first_row);
+    const Ramp& ramp = ramps_.Find({cell.ink, cell.ground});
+    if (cell.glyph == U' ') {
+        Fill(target, ramp[0]);
+    } else if (IsShade(cell.glyph) && classic) {
+        PaintPattern(cell.glyph, seen.x - left_, rect.y + first_row - tops_.front(), ramp, target);
+    } else if (IsShade(cell.glyph)) {
+        Fill(target, ramp[FlatShade(cell.glyph)]);
+    } else if (const Glyph glyph = glyphs_.Find(cell.glyph, rect.height); glyph.blank) {
+        Fill(target, ramp[0]);
     } else {
-        const Glyph glyph = glyphs_.Find(cell.glyph, rect.height);
-        const bool soft = glyph.coverage == Coverage::Soft;
-        ramp_.Set({cell.ink, cell.ground}, soft ? Ramp::Steps::All : Ramp::Steps::Ends);
-        if (glyph.coverage == Coverage::Blank) {
-            Fill(target, ramp_[0]);
-        } else {
-            Mix(target, glyph.levels + first_row * rect.width, rect.width, ramp_);
-        }
+        Mix(target, glyph.levels + first_row * rect.width, rect.width, ramp);
     }
     if (cell.style == ui::Style::Underline) {
         const int thick = classic ? glyphs_.DotRaster().dot : 1;
-        FillRect({rect.x, Bottom(rect) - thick, rect.width, thick}, Pixel(cell.ink), buffer);
+        FillRect({rect.x, Bottom(rect) - thick, rect.width, thick}, ramp[kFull], buffer);
     }
 }
 
-void Renderer::PaintPattern(const Cell& cell, const PixelRect& rect, int first_row,
-                            const Pixels& target) {
-    ramp_.Set({cell.ink, cell.ground}, Ramp::Steps::Ends);
-    for (int y = 0; y < target.height; ++y) {
-        const int row = rect.y + first_row + y - tops_.front();
-        Mix(target.Rows(y, 1), shades_.Row(cell.glyph, row) + rect.x - left_, 0, ramp_);
+// x and y count from the grid's corner.
+void Renderer::PaintPattern(char32_t shade, int x, int y, const Ramp& ramp, const Pixels& target) {
+    for (int row = 0; row < target.height; ++row) {
+        Mix(target.Rows(row, 1), shades_.Row(shade, y + row) + x, 0, ramp);
     }
 }
 

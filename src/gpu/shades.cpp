@@ -37,9 +37,9 @@ const Level* ShadePatterns::Row(char32_t glyph, int y) const {
     return rows_[(glyph - kFirst) * 2 + static_cast<std::size_t>(y / dot_ % 2)].data();
 }
 
-void DrawFlatShade(char32_t glyph, Mask& cell) {
+Level FlatShade(char32_t glyph) {
     constexpr std::array<Level, 3> kLevels = {5, 10, 19};  // 15, 30 and 60 percent
-    cell.Fill(0, 0, cell.Width(), cell.Height(), kLevels[glyph - kFirst]);
+    return kLevels[glyph - kFirst];
 }
 
 }  // namespace zo::gpu

@@ -27,6 +27,6 @@ private:
 };
 
 // A shade as one flat mix of the ink into the ground.
-void DrawFlatShade(char32_t glyph, Mask& cell);
+Level FlatShade(char32_t glyph);
 
 }  // namespace zo::gpu

@@ -8,13 +8,34 @@ using namespace gpu_test;
 
 namespace {
 
-// A full white picture under the effect, of which the middle column is looked at: the edge's shadow
-// does not reach it.
-zo::platform::PixelBuffer WhiteTube(int cell_width) {
-    zo::ui::Frame frame = Blank(Classic(cell_width, 21, 9));
-    for (zo::ui::Cell& cell : frame.cells) cell.ground = kInk;
+// A picture of one colour under the effect, of which the middle column is looked at: the edge's
+// shadow does not reach it.
+zo::platform::PixelBuffer Tube(int cell_width, zo::ui::Rgb colour, int columns = 21) {
+    zo::ui::Frame frame = Blank(Classic(cell_width, columns, 9));
+    for (zo::ui::Cell& cell : frame.cells) cell.ground = colour;
     frame.crt = true;
     return Painted(frame);
+}
+
+double Linear(std::uint32_t channel) {
+    const double coded = channel / 255.0;
+    return coded <= 0.03928 ? coded / 12.92 : std::pow((coded + 0.055) / 1.055, 2.4);
+}
+
+double Luminance(std::uint32_t pixel) {
+    return 0.2126 * Linear(pixel >> 16) + 0.7152 * Linear(pixel >> 8 & 0xFF) +
+           0.0722 * Linear(pixel & 0xFF);
+}
+
+// Of two plain tubes at this place, over the rows of six font pixels from there.
+double Contrast(const zo::platform::PixelBuffer& ink, const zo::platform::PixelBuffer& ground,
+                int x, int y) {
+    double light = 0, dark = 0;
+    for (int row = 0; row < 6; ++row) {
+        light += Luminance(At(ink, x, y + row)) / 6;
+        dark += Luminance(At(ground, x, y + row)) / 6;
+    }
+    return (light + 0.05) / (dark + 0.05);
 }
 
 int Grey(double factor) {
@@ -31,7 +52,7 @@ TEST_CASE("scan lines darken the last pixel row of each font pixel, or every sec
                  {18, 2, 0.92}, {24, 3, 0.88}, {27, 3, 0.88}, {40, 5, 0.88}};
     for (const auto& c : cases) {
         CAPTURE(c.cell_width);
-        const auto buffer = WhiteTube(c.cell_width);
+        const auto buffer = Tube(c.cell_width, kInk);
         const int middle = buffer.size.height / 2 / c.period * c.period;
         for (int row = 0; row < 2 * c.period; ++row) {
             const bool dark = row % c.period == c.period - 1;
@@ -43,10 +64,36 @@ TEST_CASE("scan lines darken the last pixel row of each font pixel, or every sec
 }
 
 TEST_CASE("the picture darkens towards its corners") {
-    const auto buffer = WhiteTube(8);
+    const auto buffer = Tube(8, kInk);
     const int right = buffer.size.width - 1;
     CHECK((At(buffer, 0, 0) & 0xFF) == doctest::Approx(Grey(1 - 0.14)).epsilon(0.005));
     CHECK(At(buffer, right, 0) == At(buffer, 0, 0));
     CHECK((At(buffer, right, buffer.size.height / 2 / 2 * 2) & 0xFF) ==
           doctest::Approx(Grey(1 - 0.14 * 0.174)).epsilon(0.005));
+}
+
+TEST_CASE("dim text stays readable under the effect, in the corners too") {
+    const struct {
+        int theme;
+        double middle, corner;
+    } cases[] = {{1, 5.9, 4.6}, {2, 6.2, 4.8}};
+    for (const auto& c : cases) {
+        CAPTURE(c.theme);
+        const auto dim = zo::ui::Colours(zo::ui::Look::Classic, c.theme, zo::ui::Role::PanelDim);
+        for (const int cell_width : {7, 8, 16, 24}) {
+            CAPTURE(cell_width);
+            const auto ink = Tube(cell_width, dim.ink), ground = Tube(cell_width, dim.ground);
+            CHECK(Contrast(ink, ground, ink.size.width / 2, ink.size.height / 2) >= c.middle);
+            CHECK(Contrast(ink, ground, 0, 0) >= c.corner);
+        }
+    }
+}
+
+TEST_CASE("the edge darkens by no step that could be seen") {
+    const auto buffer = Tube(8, kInk, 160);
+    for (int x = 1; x < buffer.size.width; ++x) {
+        const int step = static_cast<int>(At(buffer, x, 0) & 0xFF) -
+                         static_cast<int>(At(buffer, x - 1, 0) & 0xFF);
+        CHECK(std::abs(step) <= 1);
+    }
 }
