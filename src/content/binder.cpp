@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-
 namespace kp {
 namespace {
 

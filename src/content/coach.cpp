@@ -1,6 +1,5 @@
 #include "content/coach.h"
 
-
 namespace kp {
 namespace {
 
