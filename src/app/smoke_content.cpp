@@ -20,10 +20,10 @@ bool IsReason(const kp::Content& content, const std::string& problem) {
     });
 }
 
-// A text of whole sentences, or what is left of it when a part of it was not filled in.
+// Whole sentences, no part of which was left empty.
 bool IsWhole(std::string_view text) {
     return text.size() > 1 && text.front() >= 'A' && text.front() <= 'Z' && text.back() == '.' &&
-           text.find('%') == std::string_view::npos && text.find("  ") == std::string_view::npos;
+           text.find("  ") == std::string_view::npos;
 }
 
 // What the player would read of this firmware on this ticket's first test; empty when that is fine.

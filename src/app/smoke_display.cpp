@@ -85,7 +85,7 @@ void CheckGrids(SmokeRun& run) {
                          "classic scale " + name + ": cells at 0.8, Large at least 80 by 25");
     }
     GridRequest request = {.window = kSmallWindow, .nine_wide_face = nine_wide_face};
-    Grid normal = SizeGrid(request);
+    const Grid normal = SizeGrid(request);
     request.want_large = true;
     run.report.Check("large grid at " + NameOf(kSmallWindow), SizeGrid(request) == normal,
                      "large grid at " + NameOf(kSmallWindow) + " is not the normal grid");
