@@ -29,6 +29,16 @@ bool Bench::CaptureRequest(std::string_view request) {
     } else if (request == "running") {
         SetFirmware(loaded_.reference_text);
         RunHalfWay();
+    } else if (request == "paused") {
+        SetFirmware(loaded_.reference_text);
+        RunHalfWay();
+        ToggleBreakpoint(run_.ShownLine() - 1);
+        RunOrPause();
+    } else if (request == "whole") {
+        SetFirmware(loaded_.reference_text);
+        RunToEnd();
+        trace_.Measure(run_);
+        trace_.ShowWhole();
     } else if (request == "failed") {
         SetFirmware(WithOutputTwice(loaded_.reference_text));
         run_.BeginVerify();

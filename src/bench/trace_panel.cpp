@@ -22,8 +22,7 @@ void TracePanel::Draw(Canvas& canvas, Pressables& pressables, const BenchLayout&
     const Rect& pane = layout.Of(Panel::Trace);
     TraceData trace = run.Trace();
     trace.cursor = cursor_;
-    run_ = static_cast<kp::Tick>(trace.card.size());
-    ticks_ = std::max({run.CalledFor().ticks, run_, kp::Tick{1}});
+    Measure(run);
     AnswerPointer(pressables, layout);
     if (layout.size == BenchSize::Wide) {
         DrawFrame(canvas, pressables, pane, run, focused);
@@ -35,6 +34,11 @@ void TracePanel::Draw(Canvas& canvas, Pressables& pressables, const BenchLayout&
     if (focused && layout.size != BenchSize::Wide) {
         canvas.Tint({layout.labels.x, layout.labels.y, 4, 1}, Role::TitleActive);
     }
+}
+
+void TracePanel::Measure(const BenchRun& run) {
+    run_ = static_cast<kp::Tick>(run.Trace().card.size());
+    ticks_ = std::max({run.CalledFor().ticks, run_, kp::Tick{1}});
 }
 
 void TracePanel::DrawFrame(Canvas& canvas, Pressables& pressables, const Rect& pane,

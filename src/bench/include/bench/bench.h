@@ -41,7 +41,7 @@ public:
     bool Text(std::string_view utf8) override;
     std::span<const PadKey> PadKeys() const override { return BenchPadKeys(); }
     base::Status SaveWork() override;
-    // "empty", "errors", "running", "failed", "passed", "results".
+    // "empty", "errors", "running", "paused", "failed", "passed", "whole", "results".
     bool CaptureRequest(std::string_view request) override;
 
     const BenchRun& Run() const { return run_; }

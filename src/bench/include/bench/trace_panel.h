@@ -43,6 +43,8 @@ public:
 
     void Allow(Allowed allowed) { allowed_ = allowed; }
     void SetWidth(int width) { width_ = width; }
+    // Takes the length of the test from its run; Draw does it too.
+    void Measure(const BenchRun& run);
     void ShowStart();  // without a cursor
     // Keeps the tick at three quarters of the view while a test runs.
     void Follow(kp::Tick tick);
