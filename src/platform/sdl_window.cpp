@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 #include "platform/folders.h"
 #include "presenter.h"
@@ -110,6 +111,7 @@ private:
     SdlInput input_;
     SdlPads pads_;
     PixelBuffer buffer_;
+    bool is_up_ = false;       // what hides it later is the desktop's business
     bool present_all_ = true;  // the window has lost what was presented
 };
 
@@ -140,7 +142,7 @@ void SdlWindow::SetFullScreen(bool on) {
 
 // A new window stays hidden until it has something to show, so that it never flashes up empty.
 void SdlWindow::Show(const ui::Frame& frame) {
-    if ((SDL_GetWindowFlags(window_.get()) & SDL_WINDOW_HIDDEN) != 0) SDL_ShowWindow(window_.get());
+    if (!std::exchange(is_up_, true)) SDL_ShowWindow(window_.get());
     const ui::PixelSize size = presenter_->Size();
     if (size.width <= 0 || size.height <= 0) return;  // an expose event follows
     if (size != buffer_.size) present_all_ = true;
