@@ -27,8 +27,9 @@ void TextPane::Set(std::vector<Paragraph> paragraphs, Place place) {
     layout_.Set(std::move(paragraphs));
     links_.clear();
     for (std::size_t k = 0; k < layout_.Paragraphs().size(); ++k) {
+        std::size_t index = 0;
         for (const TextLink& link : layout_.Paragraphs()[k].links) {
-            links_.push_back({{{k, link.from}, {k, link.to}}, &link});
+            links_.push_back({{{k, link.from}, {k, link.to}}, index++});
         }
     }
     link_.reset();
@@ -84,7 +85,7 @@ bool TextPane::Key(const KeyPress& key) {
     }
     if (key.Is(Key::Enter)) {
         if (!link_ || !IsInSight(*link_)) return false;
-        const std::function<void()> act = links_[*link_].link->act;
+        const std::function<void()> act = Of(links_[*link_]).act;
         act();
         return true;
     }
@@ -125,7 +126,7 @@ bool TextPane::ScrollSideways(int by) {
 }
 
 std::string_view TextPane::ChosenHint() const {
-    return link_ && IsInSight(*link_) ? std::string_view(links_[*link_].link->hint)
+    return link_ && IsInSight(*link_) ? std::string_view(Of(links_[*link_]).hint)
                                       : std::string_view();
 }
 
@@ -199,6 +200,10 @@ void TextPane::Draw(Canvas& canvas, Pressables& pressables, const Rect& text, co
     };
 }
 
+const TextLink& TextPane::Of(const Link& link) const {
+    return layout_.Paragraphs()[link.at.from.paragraph].links[link.index];
+}
+
 const TextPane::Link* TextPane::LinkAt(const TextPlace& place) const {
     for (const Link& link : links_) {
         if (link.at.Holds(place)) return &link;
@@ -224,7 +229,8 @@ void TextPane::DrawRow(Canvas& canvas, Pressables& pressables, const Rect& at,
                        const TextLayout::Row& row, bool focused) {
     const Paragraph& paragraph = layout_.ParagraphOf(row);
     if (row.first) {
-        canvas.Text(at.x, at.y, paragraph.label, paragraph.label_role);
+        const bool selected = Selection().Holds({row.paragraph, 0});
+        canvas.Text(at.x, at.y, paragraph.label, selected ? Role::EditSel : paragraph.label_role);
         canvas.TextRight(at.Right(), at.y, paragraph.right, paragraph.label_role);
     }
     const Rect text = {at.x + row.indent, at.y, at.width - row.indent, 1};
@@ -237,7 +243,7 @@ void TextPane::DrawRow(Canvas& canvas, Pressables& pressables, const Rect& at,
         if (next == before) return;
         if (before) {
             const Rect area = Intersect({link_x, at.y, x - link_x, 1}, text);
-            pressables.Add(area, before->link->hint).act = before->link->act;
+            pressables.Add(area, Of(*before).hint).act = Of(*before).act;
         }
         before = next;
         link_x = x;

@@ -48,7 +48,7 @@ private:
     };
     struct Link {
         Range at;
-        const TextLink* link;  // of the layout's paragraphs
+        std::size_t index;  // among the links of its paragraph
     };
 
     Range Selection() const;
@@ -63,6 +63,7 @@ private:
 
     void DrawRow(Canvas& canvas, Pressables& pressables, const Rect& at, const TextLayout::Row& row,
                  bool focused);
+    const TextLink& Of(const Link& link) const;
     const Link* LinkAt(const TextPlace& place) const;
     Role RoleAt(const TextPlace& place, const Link* link, bool focused) const;
 
