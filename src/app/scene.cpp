@@ -24,7 +24,7 @@ struct SceneWord {
 constexpr SceneWord kSceneWords[] = {
     {"title", Place::Title},
     {"board", Place::Board},
-    {"bench", Place::Bench, "", "empty errors running failed passed results"},
+    {"bench", Place::Bench, "", "empty errors running paused failed passed whole results"},
     {"overlay-pause", Place::Pause},
     {"overlay-options", Place::Options},
     {"overlay-credits", Place::Credits},

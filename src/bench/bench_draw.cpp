@@ -161,19 +161,19 @@ void Bench::DrawPanelFrame(Canvas& canvas, Pressables& pressables, Panel panel) 
 // The names of the panels that share a pane, the one in front in brackets.
 void Bench::DrawTabs(Canvas& canvas, Pressables& pressables, Panel panel) {
     const Rect& pane = layout_.Of(panel);
-    int x = pane.x + 1;
+    std::vector<Panel> panels;
+    std::vector<zo::ui::Tab> tabs;
+    int chosen = 0;
     for (const Panel other : kFramed) {
         if (other == Panel::Card || layout_.Of(other) != pane) continue;
-        const bool chosen = other == panel;
-        const Role role = chosen ? Role::TabOn : Role::Tab;
-        const Label label(NameOf(other).tab);
-        const Rect area{x, pane.y, label.Cells() + (chosen ? 2 : 0), 1};
-        if (chosen) canvas.Put(x++, pane.y, U'[', role);
-        x = canvas.Text(x, pane.y, label, role, role);
-        if (chosen) canvas.Put(x++, pane.y, U']', role);
-        ++x;
-        pressables.Add(area).act = [this, other] { panes_.Raise(other); };
+        if (other == panel) chosen = static_cast<int>(tabs.size());
+        panels.push_back(other);
+        tabs.push_back({NameOf(other).tab});
     }
+    FrameLine line(canvas, pane, Edge::Top, 1);
+    zo::ui::DrawTabs(line, canvas, pressables, tabs, chosen, [this, panels](int tab) {
+        panes_.Raise(panels[static_cast<std::size_t>(tab)]);
+    });
 }
 
 void Bench::DrawHintButton(Canvas& canvas, Pressables& pressables, const Rect& pane) {
