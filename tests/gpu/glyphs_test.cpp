@@ -5,6 +5,7 @@
 #include <map>
 
 #include "canvas.h"
+#include "gpu/fonts.h"
 
 using namespace gpu_test;
 using zo::ui::Grid;
@@ -93,6 +94,11 @@ TEST_CASE("glyphs outside the face show as the sign for a missing glyph, control
     CHECK(GlyphArt(grid, U'日') == GlyphArt(grid, 0xFFFD));
     CHECK(GlyphArt(grid, U'😀') == GlyphArt(grid, 0x2EF));
     CHECK(GlyphArt(grid, U'\t') == GlyphArt(grid, U' '));
+}
+
+TEST_CASE("the faces built in are listed, the modern one by the name that its font has") {
+    CHECK(zo::gpu::FontFamilies() ==
+          std::vector<std::string>{"Unscii 16", "Unscii 18", "JetBrains Mono"});
 }
 
 TEST_CASE("modern letters stand whole on one baseline in rows that differ by a pixel") {
