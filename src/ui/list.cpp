@@ -143,17 +143,18 @@ void List::DrawHead(Canvas& canvas, const Rect& row) const {
     }
 }
 
+void List::DrawHeading(Canvas& canvas, const Rect& at, const ListRow& row) const {
+    if (row.cells.empty()) return;
+    canvas.Field({at.x + kHeadingAt, at.y, at.width - kHeadingAt - 1, 1}, row.cells.front().text,
+                 form_.surface.dim);
+}
+
 void List::DrawRow(Canvas& canvas, Pressables& pressables, const Rect& at, int index,
                    bool focused) {
     const ListRow& row = rows_[static_cast<std::size_t>(index)];
     std::string& cut = cut_[static_cast<std::size_t>(index)];
     cut.clear();
-    if (row.kind == RowKind::Heading) {
-        canvas.Field({at.x + kHeadingAt, at.y, at.width - kHeadingAt - 1, 1},
-                     row.cells.empty() ? std::string_view() : row.cells.front().text,
-                     form_.surface.dim);
-        return;
-    }
+    if (row.kind == RowKind::Heading) return DrawHeading(canvas, at, row);
     const bool is_chosen = index == chosen_;
     const RowState state = !is_chosen ? RowState::Plain
                            : focused  ? RowState::Chosen

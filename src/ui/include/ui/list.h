@@ -53,7 +53,8 @@ class List {
 public:
     explicit List(ListForm form = {}) : form_(std::move(form)) {}
 
-    // Keeps the number of the chosen row where there is one of that number.
+    // Keeps the number of the chosen row where there is one of that number, and brings it into
+    // sight: to be called when the rows change, not with each frame.
     void Set(std::vector<ListRow> rows);
     void SetColumns(std::vector<Column> columns) { form_.columns = std::move(columns); }
     int Count() const { return static_cast<int>(rows_.size()); }
@@ -62,7 +63,7 @@ public:
     void Choose(int index);
 
     std::function<void()> chosen;  // another row was chosen, by key or pointer
-    std::function<void()> open;    // Enter, or a second press on the chosen row
+    std::function<void()> open;    // Enter on the chosen row, or a double click on any
 
     // Up, Down, Home, End, PgUp, PgDn, which stop at the ends; Enter; any other letter goes to the
     // next row that starts with it.
@@ -91,6 +92,7 @@ private:
 
     void PlaceColumns(const Rect& row);
     void DrawHead(Canvas& canvas, const Rect& row) const;
+    void DrawHeading(Canvas& canvas, const Rect& at, const ListRow& row) const;
     void DrawRow(Canvas& canvas, Pressables& pressables, const Rect& row, int index, bool focused);
     // Whether it fits.
     static bool DrawCell(Canvas& canvas, const Place& place, int y, const Column& column,
