@@ -43,7 +43,7 @@ std::string Renderers() {
 
 std::unique_ptr<Presenter> MakePresenter(SDL_Window* window,
                                          const std::optional<std::string>& wanted) {
-    auto presenter = MakeNamed(window, wanted.value_or(kDefault));
+    auto presenter = MakeNamed(window, wanted.value_or("").empty() ? kDefault : *wanted);
     if (presenter) return std::move(*presenter);
     std::fprintf(stderr, "gpu: %s; drawing through the window's surface (known: %s)\n",
                  presenter.Message().c_str(), Renderers().c_str());

@@ -127,7 +127,7 @@ void Push(Uint32 type, Uint8 window_event = 0) {
 
 TEST_CASE("a window shows what changed, all after a loss, and nothing when nothing changed") {
     const PixelRect all = {0, 0, kSize.width, kSize.height}, part = {8, 16, 24, 32};
-    for (const std::string presenter : {"surface", "software"}) {
+    for (const std::string presenter : {"", "surface", "software"}) {
         CAPTURE(presenter);
         ErrorStream errors;
         Screen screen(presenter.c_str());
