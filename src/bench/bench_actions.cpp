@@ -117,14 +117,14 @@ void Bench::Refused() {
 
 void Bench::Verify() {
     if (run_.State() == RunState::Verifying) return;
-    trace_.ShowStart();
     if (!run_.BeginVerify()) return Refused();
+    trace_.SetCursor(std::nullopt);
     RunChanged();
 }
 
+// What the player looks at stays as it is, also after a failure.
 void Bench::EndVerify() {
     run_.FinishVerify();
-    if (!run_.VerdictText().empty()) panes_.Raise(Panel::Notes);
     RunChanged();
     SaveOrWarn();
     if (run_.LastVerify()->AllPassed()) Ship();
