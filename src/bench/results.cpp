@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/format.h"
+#include "base/wrap.h"
 #include "bench/bench_commands.h"
 #include "small_text.h"
 
@@ -31,7 +32,8 @@ std::string NewKeys(const Shell& shell, const PassedDeck& deck) {
     std::string keys;
     for (const BenchKey& key : BenchKeys()) {
         const bool opened = key.stage > deck.stage_before && key.stage <= stage_now;
-        const bool named = IsListed(key, deck.columns) || key.command == Command::Reset;
+        const bool named = IsListed(key, deck.columns) || key.command == Command::Reset ||
+                           key.command == Command::StepBack;
         if (!opened || !named) continue;
         if (key.command == Command::Binder && !shell.Offers(Place::Binder)) continue;
         keys += keys.empty() ? "New keys: " : ", ";
@@ -39,6 +41,22 @@ std::string NewKeys(const Shell& shell, const PassedDeck& deck) {
         keys += key.word;
     }
     return keys.empty() ? keys : keys + ".";
+}
+
+// The tickets that the close has opened; empty when it opened none.
+std::string OpenedTickets(const Shell& shell, const PassedDeck& deck) {
+    Progress before = shell.Progress();
+    if (deck.closed.first) before.tickets[deck.loaded.ticket.id].closed = false;
+    const Unlocking now = shell.Unlocking();
+    const Unlocking then{now.content, before, now.open_all};
+    std::string names;
+    for (const kp::LoadedTicket* loaded : now.content.Tickets()) {
+        const kp::Ticket& ticket = loaded->ticket;
+        if (!now.IsTicketOpen(ticket.id) || then.IsTicketOpen(ticket.id)) continue;
+        names +=
+            (names.empty() ? "Open now: " : ", ") + ticket.id.substr(0, 4) + " " + ticket.title;
+    }
+    return names.empty() ? names : names + ".";
 }
 
 // One line, which counts the achievements that it has no room to name.
@@ -71,13 +89,17 @@ ResultsSummary SumUp(const Shell& shell, const PassedDeck& deck) {
     summary.ticks = {static_cast<int>(deck.verify.ticks), record.best_ticks,
                      static_cast<int>(deck.loaded.reference.ticks)};
     summary.lines = {deck.verify.lines, record.best_lines, deck.loaded.reference.lines};
-    const auto remark = [&](std::string text, Role role = Role::Dialog) {
-        if (!text.empty()) summary.remarks.push_back({std::move(text), role});
+    const auto remark = [&](const std::string& text, Role role = Role::Dialog) {
+        if (text.empty()) return;
+        for (std::string& line : base::WrapEven(text, kWidth - 2 * kName)) {
+            summary.remarks.push_back({std::move(line), role});
+        }
     };
     remark(EarnedText(deck.closed.earned, kWidth - 2 * kName), Role::ChipWarn);
     remark(base::Format("Closed in shift %d: %d of %d", ticket.shift,
                         unlocking.ClosedCount(ticket.shift),
                         unlocking.RequiredCount(ticket.shift)));
+    remark(OpenedTickets(shell, deck));
     remark(NewKeys(shell, deck));
     summary.next = unlocking.NextTicket(ticket.id);
     summary.offers_board = unlocking.Stage() >= 1;

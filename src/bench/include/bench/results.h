@@ -27,7 +27,7 @@ struct ResultsSummary {
         std::string text;
         zo::ui::Role role = zo::ui::Role::Dialog;
     };
-    std::vector<Remark> remarks;             // at most three
+    std::vector<Remark> remarks;             // a line each
     const kp::LoadedTicket* next = nullptr;  // the next ticket that is open
     bool offers_board = false;
 };
