@@ -112,7 +112,7 @@ void Shell::Advance() {
         redraw_ = true;
     }
     if (const std::optional<double> due = NextScreenFrameAt()) redraw_ |= *due <= now_;
-    caret_due_ = caret_blinks_ && next_blink_ <= now_;
+    caret_due_ = next_blink_ && *next_blink_ <= now_;
 }
 
 void Shell::CommitSwitch() {
@@ -135,7 +135,7 @@ double Shell::SecondsToNextFrame() const {
     if (pending_ || NeedsDraw()) return 0;
     std::optional<double> next = NextScreenFrameAt();
     if (!message_.text.empty()) TakeEarlier(next, message_.until);
-    if (caret_blinks_ && !minimised_) TakeEarlier(next, next_blink_);
+    if (!minimised_) TakeEarlier(next, next_blink_);
     return next ? std::max(*next - now_, 0.0) : -1;
 }
 
@@ -226,7 +226,7 @@ void Shell::CloseOverlay() {
 void Shell::StackChanged() {
     pressables_.LetGo();
     pressables_stale_ = true;
-    caret_since_ = now_;
+    blink_.Restart(now_);
     redraw_ = true;
 }
 

@@ -1,24 +1,6 @@
-#include <cmath>
-
 #include "shell/shell.h"
 
 namespace Kest {
-namespace {
-
-constexpr double kBlinkSeconds = 0.53;  // on, and off
-
-// Whether a caret that started at `since` is on, and when that changes.
-struct Blink {
-    Blink(double since, double now) {
-        const double phases = std::floor((now - since) / kBlinkSeconds);
-        on = std::fmod(phases, 2) == 0;
-        until = since + (phases + 1) * kBlinkSeconds;
-    }
-    bool on;
-    double until;
-};
-
-}  // namespace
 
 // Most frames of an idle program are a blink, for which nothing but the caret is touched.
 const zo::ui::Frame& Shell::Draw() {
@@ -81,15 +63,17 @@ void Shell::DrawBars(zo::ui::Canvas& canvas) {
 }
 
 // In a window without the keyboard, and with motion off, the caret stands still.
+bool Shell::CaretBlinks() const {
+    return caret_.shape != zo::ui::CaretShape::None && focused_ && settings_.motion && !hold_caret_;
+}
+
 void Shell::BlinkCaret() {
     caret_due_ = false;
+    next_blink_.reset();
     frame_.caret = caret_;
-    const bool has_caret = caret_.shape != zo::ui::CaretShape::None;
-    caret_blinks_ = has_caret && focused_ && settings_.motion && !hold_caret_;
-    if (!caret_blinks_) return;
-    const Blink blink(caret_since_, now_);
-    next_blink_ = blink.until;
-    if (!blink.on) frame_.caret = {};
+    if (!CaretBlinks()) return;
+    next_blink_ = blink_.NextChange(now_);
+    if (!blink_.IsLit(now_)) frame_.caret = {};
 }
 
 }  // namespace Kest

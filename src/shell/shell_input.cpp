@@ -35,6 +35,7 @@ Overloaded(Handlers...) -> Overloaded<Handlers...>;
 void Shell::Handle(const InputEvent& event) {
     now_ = parts_.clock.Seconds();
     UpdateScreens();
+    redraw_ |= blink_.Stir(now_);
     std::visit(Overloaded{
                    [&](const KeyPress& key) { HandleKey(key); },
                    [&](const zo::ui::TextInput& input) { HandleText(input.text); },
@@ -59,13 +60,13 @@ void Shell::HandleFocus(bool active) {
     focused_ = active;
     drop_text_ = false;
     if (!active) pressables_.LetGo();
-    caret_since_ = now_;
+    blink_.Restart(now_);
     redraw_ = true;
 }
 
 void Shell::HandleKey(const KeyPress& key) {
     drop_text_ = false;
-    caret_since_ = now_;
+    blink_.Restart(now_);
     redraw_ = true;
     if (IsFullScreenKey(key)) {
         if (!key.repeat) ToggleFullScreen();
@@ -117,7 +118,7 @@ void Shell::HandlePointer(const PointerInput& pointer) {
             break;
         case PointerAction::Press:
             if (pointer.button != kLeftButton) return;
-            caret_since_ = now_;
+            blink_.Restart(now_);
             changed = pressables_.Press({at, pointer.clicks, pointer.with});
             break;
         case PointerAction::Release:

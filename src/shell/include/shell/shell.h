@@ -15,6 +15,7 @@
 #include "save/progress.h"
 #include "save/settings.h"
 #include "save/unlocking.h"
+#include "shell/caret_blink.h"
 #include "shell/places.h"
 #include "shell/screen.h"
 
@@ -179,6 +180,7 @@ private:
     void DrawScreens(zo::ui::Canvas& canvas);
     void DescribeFrame();
     void DrawBars(zo::ui::Canvas& canvas);
+    bool CaretBlinks() const;
     void BlinkCaret();
     std::string SaveWork();
     std::string SaveEverything();
@@ -209,10 +211,9 @@ private:
     zo::ui::GridRequest request_;
     zo::ui::Frame frame_;
     double now_ = 0;
-    zo::ui::Caret caret_;     // as the screen drew it last, on or off
-    double caret_since_ = 0;  // when the caret's blinking was started anew
-    double next_blink_ = 0;
-    bool caret_blinks_ = false;
+    zo::ui::Caret caret_;  // as the screen drew it last, on or off
+    CaretBlink blink_;
+    std::optional<double> next_blink_;
     bool caret_due_ = false;  // nothing else has changed
     bool hold_caret_ = false;
     bool focused_ = true;
