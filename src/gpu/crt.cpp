@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace zo::gpu {
 namespace {
@@ -36,15 +37,32 @@ double FromMiddle(int at, int length) {
     return (2.0 * at + 1) / length - 1;
 }
 
-// A channel in 128ths times a factor in 65536ths: in steps that a processor takes for many channels
-// at once.
-void Darken(std::uint32_t* first, std::ptrdiff_t count, std::uint32_t factor) {
-    auto* const channels = reinterpret_cast<std::uint8_t*>(first);
-    for (std::ptrdiff_t i = 0; i < 4 * count; ++i) {
-        const auto finer = static_cast<std::uint16_t>(channels[i] << 7);
-        const auto product = static_cast<std::uint16_t>(finer * factor >> 16);
-        channels[i] = static_cast<std::uint8_t>((product + 64) >> 7);
-    }
+// A channel in 256ths times a factor in 65536ths, with a half for rounding. All stays in sixteen
+// bits, of which a processor multiplies eight at once.
+std::uint16_t Product(std::uint16_t channel, std::uint16_t factor) {
+    constexpr std::uint16_t kHalf = 0x80;
+    const auto product = static_cast<std::uint16_t>(std::uint32_t{channel} * factor >> 16);
+    return static_cast<std::uint16_t>(product + kHalf);
+}
+
+std::uint16_t DarkenTwo(std::uint16_t channels, std::uint16_t factor) {
+    constexpr std::uint16_t kHigh = 0xFF00;
+    const std::uint16_t high = Product(channels & kHigh, factor);
+    const std::uint16_t low = Product(static_cast<std::uint16_t>(channels << 8), factor);
+    return static_cast<std::uint16_t>((high & kHigh) | low >> 8);
+}
+
+template <int kPixels>
+void DarkenPixels(std::uint32_t* pixels, std::uint16_t factor) {
+    std::array<std::uint16_t, 2 * kPixels> lanes;
+    std::memcpy(lanes.data(), pixels, sizeof lanes);
+    for (std::uint16_t& lane : lanes) lane = DarkenTwo(lane, factor);
+    std::memcpy(pixels, lanes.data(), sizeof lanes);
+}
+
+void DarkenStretch(std::uint32_t* first, std::uint32_t* last, std::uint16_t factor) {
+    for (; last - first >= kStride; first += kStride) DarkenPixels<kStride>(first, factor);
+    for (; first < last; ++first) DarkenPixels<1>(first, factor);
 }
 
 }  // namespace
@@ -87,7 +105,7 @@ void CrtFilter::ApplyRow(int y, int left, int right, std::uint32_t* row) const {
     const auto darken = [&](int from, int to, std::size_t steps) {
         from = std::max(from, left);
         to = std::min(to, right);
-        if (from < to) Darken(row + from, to - from, factors_[scan_line ? 1 : 0][steps]);
+        if (from < to) DarkenStretch(row + from, row + to, factors_[scan_line ? 1 : 0][steps]);
     };
     int from = 0;
     std::size_t steps = kSteps;

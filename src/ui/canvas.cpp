@@ -66,14 +66,17 @@ void Canvas::PutShadow(int x, int y, char32_t glyph, Role ground) {
     if (Cell* cell = CellAt(x, y)) cell->ground = Colours(CurrentLook(), theme_, ground).ground;
 }
 
+// Rows copied from the first are faster than rows filled.
 void Canvas::Fill(const Rect& area, char32_t glyph, Role role) {
     const Rect seen = Intersect(area, clip_);
     if (seen.Empty()) return;
     Cell cell;
     cell.glyph = glyph;
     Paint(cell, role);
-    for (int y = seen.y; y < seen.Bottom(); ++y) {
-        std::fill_n(&frame_.At(seen.x, y), seen.width, cell);
+    const Cell* const first_row = &frame_.At(seen.x, seen.y);
+    std::fill_n(&frame_.At(seen.x, seen.y), seen.width, cell);
+    for (int y = seen.y + 1; y < seen.Bottom(); ++y) {
+        std::copy_n(first_row, seen.width, &frame_.At(seen.x, y));
     }
 }
 
