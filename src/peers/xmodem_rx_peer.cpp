@@ -59,9 +59,11 @@ void XmodemRxPeer::Receive(Tick tick, std::uint8_t byte, PeerLink& link) {
     held_.push_back(byte);
     if (held_.size() == block_ + xmodem::kOverhead) return HearBlock(tick, link);
     if (byte_within_ == 0) return;
-    const int number = held_.size() > 1 ? held_[1] : wanted_;
-    link.Expect(WindowKind::Deadline, tick + byte_within_,
-                Format("the next byte of block %d", number), tick);
+    // Every byte of a block awaits another under the same words, so they are made once.
+    if (held_.size() <= 2) {
+        next_byte_ = Format("the next byte of block %d", held_.size() > 1 ? byte : wanted_);
+    }
+    link.Expect(WindowKind::Deadline, tick + byte_within_, next_byte_, tick);
 }
 
 void XmodemRxPeer::HearEot(Tick tick, PeerLink& link) {

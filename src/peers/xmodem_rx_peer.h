@@ -56,6 +56,7 @@ private:
     Tick ready_at_ = 0;        // what comes until then is not heard
     std::uint8_t wanted_ = 1;  // the number of the next block
     Bytes held_;               // of the block being received
+    std::string next_byte_;    // what the window of the byte behind these is called
     bool eot_refused_ = false;
     Tick over_at_ = kNever;
     Tick now_ = 0;
