@@ -108,12 +108,13 @@ void CrtFilter::ApplyRow(int y, int left, int right, std::uint32_t* row) const {
         if (from < to) DarkenStretch(row + from, row + to, factors_[scan_line ? 1 : 0][steps]);
     };
     int from = 0;
-    std::size_t steps = kSteps;
-    for (const std::uint16_t to : edges_[static_cast<std::size_t>(y)]) {
-        darken(from, to, steps);
-        darken(size_.width - to, size_.width - from, steps);
+    const Lightens& edge = edges_[static_cast<std::size_t>(y)];
+    for (std::size_t i = 0; i < edge.size(); ++i) {
+        const int to = edge[i];
+        if (to == from) continue;  // most of the steps in the middle of the picture
+        darken(from, to, kSteps - i);
+        darken(size_.width - to, size_.width - from, kSteps - i);
         from = to;
-        --steps;
     }
     if (scan_line) darken(from, size_.width - from, 0);
 }
