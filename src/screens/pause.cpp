@@ -2,6 +2,7 @@
 
 #include "exit.h"
 #include "shell/shell.h"
+#include "ui/pane.h"
 
 namespace Kest {
 namespace {
@@ -74,7 +75,8 @@ void Pause::Entered() {
 void Pause::Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) {
     const zo::ui::Rect box =
         zo::ui::OverlayRect(canvas.Columns(), canvas.Rows(), zo::ui::Menu::kWidth, menu_.Height());
-    menu_.Draw(canvas, pressables, {box.x, box.y}, "MENU");
+    zo::ui::DrawOverlay(canvas, box, "MENU");
+    menu_.Draw(canvas, pressables, box);
 }
 
 void Pause::DescribeFrame(FrameRecord& record) const {

@@ -4,6 +4,7 @@
 #include "exit.h"
 #include "logo.h"
 #include "shell/shell.h"
+#include "ui/pane.h"
 
 namespace Kest {
 namespace {
@@ -84,8 +85,11 @@ void Title::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
     logo.Draw(canvas);
     TextCentred(canvas, tagline, kTagline);
     TextCentred(canvas, version, "Version " + std::string(base::Version()));
-    const int x = (canvas.Columns() - zo::ui::Menu::kWidth) / 2;
-    menu_.Draw(canvas, pressables, {x, tagline + (tall ? 7 : 3)}, "MENU");
+    const int width = zo::ui::Menu::kWidth;
+    const Rect box = {(canvas.Columns() - width) / 2, tagline + (tall ? 7 : 3), width,
+                      menu_.Height()};
+    zo::ui::DrawDialog(canvas, box, "MENU");
+    menu_.Draw(canvas, pressables, box);
 }
 
 // What a failed save said stands here until the next save works.

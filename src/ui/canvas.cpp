@@ -137,14 +137,10 @@ void Canvas::Separator(const Rect& box, int y, Lines lines, Role role) {
     Put(box.Right() - 1, y, g.join_right, role);
 }
 
-void Canvas::Shade(const Rect& overlay) {
-    if (CurrentLook() == Look::Modern) {
-        Scrim();
-        return;
-    }
-    const int below = overlay.y + kShadowRows;
-    Tint({overlay.Right(), below, kShadowColumns, overlay.height}, Role::Shadow);
-    Tint({overlay.x + kShadowColumns, overlay.Bottom(), overlay.width, kShadowRows}, Role::Shadow);
+void Canvas::DropShadow(const Rect& box) {
+    const int below = box.y + kShadowRows;
+    Tint({box.Right(), below, kShadowColumns, box.height}, Role::Shadow);
+    Tint({box.x + kShadowColumns, box.Bottom(), box.width, kShadowRows}, Role::Shadow);
 }
 
 void Canvas::Scrim() {

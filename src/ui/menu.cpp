@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "ui/key_grammar.h"
-#include "ui/pane.h"
 
 namespace zo::ui {
 void Menu::Set(std::vector<Item> items) {
@@ -58,9 +57,7 @@ void Menu::Act(int index) {
     act();
 }
 
-void Menu::Draw(Canvas& canvas, Pressables& pressables, Point at, std::string_view title) {
-    const Rect box = {at.x, at.y, kWidth, Height()};
-    DrawOverlay(canvas, box, title);
+void Menu::Draw(Canvas& canvas, Pressables& pressables, const Rect& box) {
     for (int index = 0; index < static_cast<int>(items_.size()); ++index) {
         DrawItem(canvas, pressables, {box.x + 1, box.y + 2 + index, box.width - 2, 1}, index);
     }

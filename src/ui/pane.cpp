@@ -11,11 +11,16 @@ FrameLine DrawPane(Canvas& canvas, const Rect& box, std::string_view title, bool
     return top;
 }
 
-void DrawOverlay(Canvas& canvas, const Rect& box, std::string_view title) {
-    canvas.Shade(box);
+void DrawDialog(Canvas& canvas, const Rect& box, std::string_view title) {
+    if (canvas.CurrentLook() == Look::Classic) canvas.DropShadow(box);
     canvas.Fill(box.Inner(), U' ', Role::Dialog);
     canvas.Box(box, Lines::Double, Role::DialogFrame);
     FrameLine(canvas, box, Edge::Top).LeftTitle(title, Role::DialogTitle);
+}
+
+void DrawOverlay(Canvas& canvas, const Rect& box, std::string_view title) {
+    if (canvas.CurrentLook() == Look::Modern) canvas.Scrim();
+    DrawDialog(canvas, box, title);
 }
 
 void DrawPopup(Canvas& canvas, const Rect& box) {

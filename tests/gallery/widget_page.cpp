@@ -331,7 +331,9 @@ void OverlaysPage(Canvas& canvas) {
               {.label = "~O~ptions"},
               {.label = "E~x~it to DOS", .shortcut = "Alt+X"}});
     menu.Key(KeyNamed("Down"));
-    menu.Draw(canvas, pressables, {2, 3}, "MENU");
+    const Rect box = {2, 3, Menu::kWidth, menu.Height()};
+    DrawOverlay(canvas, box, "MENU");
+    menu.Draw(canvas, pressables, box);
 
     std::string words;
     for (int k = 0; k < 90; ++k) words += "A notice whose text is too long scrolls. ";

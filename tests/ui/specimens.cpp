@@ -239,7 +239,9 @@ Specimen Commands(const std::string&, const Log& log) {
                {.label = "~O~ptions", .hint = "Sound.", .act = [=] { log("options"); }},
                {.label = "E~x~it", .shortcut = "Alt+X", .act = [=] { log("exit"); }}});
     return Around(menu, [](Menu& m, Canvas& canvas, Pressables& pressables) {
-        m.Draw(canvas, pressables, {0, 0}, "MENU");
+        const Rect box = {0, 0, Menu::kWidth, m.Height()};
+        DrawOverlay(canvas, box, "MENU");
+        m.Draw(canvas, pressables, box);
     });
 }
 

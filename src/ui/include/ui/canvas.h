@@ -48,9 +48,10 @@ public:
     void Box(const Rect& area, Lines lines, Role role);
     // A line across a box at this row, joined to its sides.
     void Separator(const Rect& box, int y, Lines lines, Role role);
-    // What an overlay does to the picture around it: a drop shadow in the classic look, a scrim
-    // over the body in the modern one. To be called before the overlay is drawn.
-    void Shade(const Rect& overlay);
+    // Darkens the cells beside and below a box.
+    void DropShadow(const Rect& box);
+    // Mixes everything half way to the ground of the desktop.
+    void Scrim();
 
     void SetCaret(int x, int y, CaretShape shape);
 
@@ -71,7 +72,6 @@ private:
     Cell* CellAt(int x, int y);  // null outside the clip
     void Paint(Cell& cell, Role role) const;
     void PutMore(int x, int y, Role role);
-    void Scrim();
 
     Frame& frame_;
     int theme_;

@@ -25,7 +25,8 @@ public:
     int Height() const { return static_cast<int>(items_.size()) + 4; }
     // Up and Down wrap around; Home, End, Enter, the shortcuts and the marked letters.
     bool Key(const KeyPress& key);
-    void Draw(Canvas& canvas, Pressables& pressables, Point at, std::string_view title);
+    // The items alone; the box is a dialog's, kWidth wide and Height() high.
+    void Draw(Canvas& canvas, Pressables& pressables, const Rect& box);
     std::string_view ChosenHint() const;
 
 private:
