@@ -72,6 +72,7 @@ struct Pointer {
     char32_t glyph;
     std::array<Point, 4> corners;
 };
+constexpr char32_t kBullet = 0x2022;
 constexpr Pointer kPointers[] = {
     {0x25B2, {{{0, -1}, {1, 1}, {-1, 1}, {-1, 1}}}},
     {0x25BA, {{{-1, -1}, {1, 0}, {-1, 1}, {-1, 1}}}},
@@ -86,7 +87,7 @@ const Pointer* FindPointer(char32_t glyph) {
     return found == std::end(kPointers) ? nullptr : found;
 }
 
-bool IsInside(const std::array<Point, 4>& corners, Point point) {
+bool IsBetween(const std::array<Point, 4>& corners, Point point) {
     for (std::size_t i = 0; i < corners.size(); ++i) {
         const Point from = corners[i], to = corners[(i + 1) % corners.size()];
         const int side =
@@ -96,14 +97,23 @@ bool IsInside(const std::array<Point, 4>& corners, Point point) {
     return true;
 }
 
-Level CoverageAt(int x, int y, const std::array<Point, 4>& corners) {
+// How much of the pixel lies where `is_inside` says.
+template <class IsInside>
+Level CoverageAt(int x, int y, const IsInside& is_inside) {
     int inside = 0;
     for (int row = 1; row < kPixel; row += 2) {
         for (int column = 1; column < kPixel; column += 2) {
-            inside += IsInside(corners, {x * kPixel + column, y * kPixel + row});
+            inside += is_inside({x * kPixel + column, y * kPixel + row});
         }
     }
     return static_cast<Level>(inside * kFull / (kSamples * kSamples));
+}
+
+template <class IsInside>
+void DrawSmoothly(const IsInside& is_inside, Mask& cell) {
+    for (int y = 0; y < cell.Height(); ++y) {
+        for (int x = 0; x < cell.Width(); ++x) cell.Set(x, y, CoverageAt(x, y, is_inside));
+    }
 }
 
 }  // namespace
@@ -140,21 +150,26 @@ void DrawTriangle(char32_t glyph, Mask& dots) {
 }
 
 bool IsPointer(char32_t glyph) {
-    return FindPointer(glyph) != nullptr;
+    return glyph == kBullet || FindPointer(glyph) != nullptr;
 }
 
 void DrawPointer(char32_t glyph, int middle_row, Mask& cell) {
     const int free = std::max(1, (cell.Width() + 5) / 10);  // pixels at either side
     const int across = (cell.Width() - 2 * free) * kPixel / 2;
     const int along = (cell.Width() - 2 * free + 1) / 2 * kPixel;  // whole, for sharp edges
+    const Point middle = {cell.Width() * kPixel / 2, middle_row * kPixel};
+    if (glyph == kBullet) {
+        const auto in_disc = [=](Point point) {
+            const int x = point.x - middle.x, y = point.y - middle.y;
+            return x * x + y * y <= across * across;
+        };
+        return DrawSmoothly(in_disc, cell);
+    }
     std::array<Point, 4> corners = FindPointer(glyph)->corners;
     for (Point& corner : corners) {
-        corner.x = cell.Width() * kPixel / 2 + corner.x * across;
-        corner.y = middle_row * kPixel + corner.y * along;
+        corner = {middle.x + corner.x * across, middle.y + corner.y * along};
     }
-    for (int y = 0; y < cell.Height(); ++y) {
-        for (int x = 0; x < cell.Width(); ++x) cell.Set(x, y, CoverageAt(x, y, corners));
-    }
+    DrawSmoothly([&](Point point) { return IsBetween(corners, point); }, cell);
 }
 
 }  // namespace zo::gpu

@@ -17,7 +17,7 @@ inline bool IsTriangle(char32_t glyph) {
 // Draws a triangle in whole dots, even on both sides, in the middle of the row.
 void DrawTriangle(char32_t glyph, Mask& dots);
 
-// The triangles and the diamond, by which the screens point and rate.
+// The triangles, the diamond and the bullet, by which the screens point, rate and mark.
 bool IsPointer(char32_t glyph);
 // Draws one with smooth edges around a row of the cell's pixels.
 void DrawPointer(char32_t glyph, int middle_row, Mask& cell);
