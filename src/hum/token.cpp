@@ -20,7 +20,8 @@ static_assert(std::size(kTexts) == static_cast<std::size_t>(Tok::Count));
 constexpr std::string_view kKnown[] = {
     "wait_bar",     "wait_beats",  "wait_note", "sustain_bar", "sustain_beats", "sustain_ms",
     "sustain_note", "sustain_sec", "wrap",      "once",        "clamp",         "loop",
-    "nearest",      "linear",      "cubic",     "len",         "Note",
+    "nearest",      "linear",      "cubic",     "len",         "Note",          "MidiMsg",
+    "Midi",         "Input",       "Sound",
 };
 static_assert(std::size(kKnown) == static_cast<std::size_t>(Known::Count) - kKeywords);
 

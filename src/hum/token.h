@@ -123,6 +123,10 @@ enum class Known : std::uint32_t {
     Cubic,
     Len,
     Note,
+    MidiMsg,
+    Midi,
+    Input,
+    Sound,
     Count,
 };
 
@@ -133,6 +137,11 @@ inline bool IsKnown(std::uint32_t name, Known known) {
 inline bool IsWaitWord(std::uint32_t name) {
     return name >= static_cast<std::uint32_t>(Known::WaitBar) &&
            name <= static_cast<std::uint32_t>(Known::SustainSec);
+}
+
+inline bool IsBuiltinStruct(std::uint32_t name) {
+    return name >= static_cast<std::uint32_t>(Known::Note) &&
+           name <= static_cast<std::uint32_t>(Known::Sound);
 }
 
 // A token after preprocessing. One that came out of a macro stands where the macro was used.
