@@ -76,6 +76,36 @@ std::string ToUtf8(std::u32string_view text) {
     return utf8;
 }
 
+void AppendUtf16(std::u16string& text, char32_t code_point) {
+    if (code_point <= 0xFFFF) {
+        text += static_cast<char16_t>(code_point);
+        return;
+    }
+    const char32_t rest = code_point - 0x10000;
+    text += static_cast<char16_t>(0xD800 + (rest >> 10));
+    text += static_cast<char16_t>(0xDC00 + (rest & 0x3FF));
+}
+
+std::u16string ToUtf16(std::string_view utf8) {
+    std::u16string text;
+    text.reserve(utf8.size());
+    for (std::size_t at = 0; at < utf8.size();) AppendUtf16(text, NextCodePoint(utf8, at));
+    return text;
+}
+
+std::string ToUtf8(std::u16string_view text) {
+    std::string utf8;
+    utf8.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        char32_t c = text[at];
+        if (IsHighHalf(text[at]) && at + 1 < text.size() && IsLowHalf(text[at + 1])) {
+            c = 0x10000 + ((c & 0x3FF) << 10) + (text[++at] & 0x3FFu);
+        }
+        AppendUtf8(utf8, c);
+    }
+    return utf8;
+}
+
 std::size_t CodePoints(std::string_view utf8) {
     std::size_t count = 0;
     for (std::size_t at = 0; at < utf8.size(); ++count) NextCodePoint(utf8, at);

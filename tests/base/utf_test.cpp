@@ -51,3 +51,13 @@ TEST_CASE("what is no code point is written as the replacement") {
         CHECK(text == "a\xEF\xBF\xBD");
     }
 }
+
+TEST_CASE("text goes to UTF-16 and back, and half a pair is written as the replacement") {
+    CHECK((base::ToUtf16("a\xC3\xA9\xF0\x90\x80\x80\xF4\x8F\xBF\xBF") ==
+           u"a\u00E9\U00010000\U0010FFFF"));
+    CHECK(base::ToUtf8(std::u16string_view(u"a\u00E9\U00010000\U0010FFFF")) ==
+          "a\xC3\xA9\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
+    const char16_t halves[] = {0xDC00, u'x', 0xD800, 0xD800, 0xDC00, 0xD800};
+    CHECK(base::ToUtf8(std::u16string_view(halves, 6)) ==
+          "\xEF\xBF\xBDx\xEF\xBF\xBD\xF0\x90\x80\x80\xEF\xBF\xBD");
+}
