@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "bench/firmware_colours.h"
 #include "shell/shell.h"
 
 namespace Kest {
@@ -46,11 +45,7 @@ Bench::Bench(Shell& shell, const kp::LoadedTicket& loaded)
     for (zo::ui::TextPane* text : {&ticket_, &hints_, &notes_}) {
         text->copy = [this](const std::string& utf8) { shell_.SetClipboardText(utf8); };
     }
-    editor_.colour = ColourFirmware;
-    editor_.changed = [this] { Edited(); };
-    editor_.gutter_pressed = [this](int line) {
-        if (stage_ >= StageOf(Command::ToggleBreakpoint)) ToggleBreakpoint(line);
-    };
+    LinkEditor();
     trace_.cursor_moved = [this] { LookAtCursor(); };
     trace_.act = [this](Command command) { Do(command); };
 }
@@ -61,7 +56,9 @@ void Bench::Entered() {
     shell_.SaveProgress();
     const auto& tickets = shell_.Progress().tickets;
     const auto record = tickets.find(loaded_.ticket.id);
-    LoadSlot(record == tickets.end() ? 1 : record->second.slot);
+    editor_.SetViKeys(shell_.Settings().vi_keys);
+    slot_ = record == tickets.end() ? 1 : record->second.slot;
+    SetFirmware(FirmwareIn(slot_));
     run_.SetSpeed(shell_.Settings().run_speed);
     FillTicket();
     FillHints();
@@ -107,11 +104,7 @@ void Bench::Edited() {
 void Bench::Assemble() {
     run_.SetFirmware(editor_.Text());
     SetBreakpoints();
-    std::vector<zo::ui::EditorMarks::Error>& errors = editor_.Marks().errors;
-    errors.clear();
-    for (const kp::AssemblyError& error : run_.Firmware().errors) {
-        errors.push_back({error.line - 1, error.column - 1, error.length});
-    }
+    MarkErrors();
     trace_.ShowStart();
     MarkEditor();
     FillNotes();
@@ -228,6 +221,7 @@ void Bench::FillNotes() {
 void Bench::Update(double now) {
     const double seconds = now - updated_at_;
     updated_at_ = now;
+    editor_.SetViKeys(shell_.Settings().vi_keys);
     if (save_at_ && *save_at_ <= now) SaveOrWarn();
     const RunState before = run_.State();
     if (before != RunState::Running && before != RunState::Verifying) return;
@@ -251,7 +245,7 @@ std::optional<double> Bench::NextFrameAt() const {
 }
 
 bool Bench::IsOpen(const BenchKey& key) const {
-    return stage_ >= key.stage;
+    return stage_ >= key.stage || (key.command == Command::Menu && editor_.HasViKeys());
 }
 
 // Whether the key bar and the status line name a key now.
@@ -267,7 +261,7 @@ bool Bench::IsNamed(const BenchKey& key) const {
         case Command::Menu:
             return shell_.Offers(Place::Pause);
         case Command::PauseOrMenu:
-            return stage_ < StageOf(Command::Menu) &&
+            return stage_ < StageOf(Command::Menu) && !editor_.HasViKeys() &&
                    (run_.State() == RunState::Running || shell_.Offers(Place::Pause));
         default:
             return true;
@@ -282,6 +276,12 @@ void Bench::DescribeFrame(FrameRecord& record) const {
     record.standing = run_.Standing();
     record.standing_alert = run_.StandingIsAlert();
     record.right.clear();
+    if (editor_.HasViKeys()) {
+        record.mode = editor_.CommandLine() ? editor_.Chip() : editor_.ModeName();
+        const std::string pending = editor_.PendingKeys();
+        if (!pending.empty()) record.mode += " " + pending;
+    }
+    if (const auto line = editor_.CommandLine()) record.entry = ":" + *line;
     for (const BenchKey& key : BenchKeys()) {
         if (!IsNamed(key)) continue;
         const bool running = run_.State() == RunState::Running;
@@ -304,6 +304,7 @@ bool Bench::Key(const KeyPress& key) {
         EndVerify();
         return true;
     }
+    if (key.Is(zo::ui::Key::Escape) && editor_.WantsEscape()) return editor_.Key(key);
     if (const BenchKey* found = FindBenchKey(key)) {
         if (IsOpen(*found) && (!key.repeat || found->repeats)) Do(found->command);
         return true;
@@ -314,11 +315,7 @@ bool Bench::Key(const KeyPress& key) {
 bool Bench::KeyInPanel(const KeyPress& key) {
     using zo::ui::Key;
     const Panel panel = panes_.Focused();
-    if (panel == Panel::Firmware) {
-        if (!key.IsControl(U'v')) return editor_.Key(key);
-        editor_.Paste(shell_.ClipboardText());
-        return true;
-    }
+    if (panel == Panel::Firmware) return editor_.Key(key);
     if (key.key == Key::Tab) {
         MovePanel(key.with.shift ? -1 : 1);
         return true;

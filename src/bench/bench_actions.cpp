@@ -174,16 +174,17 @@ base::Status Bench::SaveWork() {
 // Text that cannot be saved keeps its slot on the bench.
 void Bench::UseSlot(int slot) {
     if (slot == slot_ || !SaveOrWarn()) return;
-    LoadSlot(slot);
+    std::optional<zo::ui::EditorSheet>& kept = sheets_[static_cast<std::size_t>(slot - 1)];
+    const bool first_time = !kept;
+    zo::ui::EditorSheet before = editor_.Exchange(kept ? std::move(*kept) : zo::ui::EditorSheet());
+    kept.reset();
+    sheets_[static_cast<std::size_t>(slot_ - 1)] = std::move(before);
+    slot_ = slot;
+    if (first_time) editor_.SetText(FirmwareIn(slot));
+    Assemble();
     shell_.SetStatus("Firmware slot " + std::to_string(slot));
     shell_.Progress().tickets[loaded_.ticket.id].slot = slot;
     shell_.SaveProgress();
-}
-
-void Bench::LoadSlot(int slot) {
-    slot_ = slot;
-    const auto kept = shell_.LoadFirmware(loaded_.ticket.id, slot);
-    SetFirmware(kept ? *kept : loaded_.ticket.starter);
 }
 
 // The page on the word under the caret, else the ticket's first.
@@ -202,12 +203,14 @@ void Bench::OpenPage(std::string_view page) {
     shell_.Open(Place::Binder, page);
 }
 
+// Before the first close there is no board to go to.
 void Bench::Leave() {
-    shell_.Open(Place::Board, loaded_.ticket.id);
+    const bool has_board = stage_ > 0 && shell_.Offers(Place::Board);
+    shell_.Open(has_board ? Place::Board : Place::Title, loaded_.ticket.id);
 }
 
 void Bench::ToggleBreakpoint(int line) {
-    std::vector<int>& lines = editor_.Marks().breakpoints;
+    std::vector<int>& lines = editor_.Breakpoints();
     if (std::erase(lines, line) == 0) lines.push_back(line);
     SetBreakpoints();
     shell_.RequestRedraw();
@@ -215,7 +218,7 @@ void Bench::ToggleBreakpoint(int line) {
 
 // The editor counts lines from 0 and moves its breakpoints along with the text.
 void Bench::SetBreakpoints() {
-    std::vector<int> lines = editor_.Marks().breakpoints;
+    std::vector<int> lines = editor_.Breakpoints();
     for (int& line : lines) ++line;
     run_.SetBreakpoints(std::move(lines));
 }

@@ -77,7 +77,7 @@ void Bench::DrawFirmware(Canvas& canvas, Pressables& pressables) {
     const Rect& pane = layout_.Of(Panel::Firmware);
     const bool focused = panes_.HasFocus(Panel::Firmware);
     FrameLine top = zo::ui::DrawPane(canvas, pane, "FIRMWARE", focused);
-    top.Left(" EDIT ", Role::Chip);
+    top.Left(" " + std::string(editor_.Chip()) + " ", Role::Chip);
     const kp::Assembly& firmware = run_.Firmware();
     if (const std::size_t errors = firmware.errors.size(); errors > 0) {
         top.Right(SmallText(" ! %zu error%s ", errors, errors == 1 ? "" : "s"), Role::Fault);

@@ -10,9 +10,9 @@ namespace {
 
 using zo::ui::Role;
 
-std::string Word(std::u32string_view line, const zo::ui::Span& span) {
+std::string Word(std::u16string_view line, const zo::ui::Span& span) {
     std::string word;
-    for (const char32_t c : line.substr(static_cast<std::size_t>(span.column),
+    for (const char16_t c : line.substr(static_cast<std::size_t>(span.column),
                                         static_cast<std::size_t>(span.length))) {
         word += static_cast<char>(std::tolower(static_cast<int>(c & 0x7F)));
     }
@@ -21,7 +21,7 @@ std::string Word(std::u32string_view line, const zo::ui::Span& span) {
 
 }  // namespace
 
-std::string HelpPageAt(std::u32string_view line, int column) {
+std::string HelpPageAt(std::u16string_view line, int column) {
     std::vector<zo::ui::Span> spans;
     ColourFirmware(line, spans);
     const auto at = std::ranges::find_if(spans, [column](const zo::ui::Span& span) {

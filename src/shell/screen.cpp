@@ -3,7 +3,8 @@
 namespace Kest {
 
 void FrameRecord::ClearAllButStanding() {
-    for (std::string* text : {&title, &context, &detail, &place, &mode, &right}) text->clear();
+    for (std::string* text : {&title, &context, &detail, &place, &mode, &entry, &right})
+        text->clear();
     keys.clear();
 }
 

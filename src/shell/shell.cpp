@@ -9,6 +9,8 @@
 namespace Kest {
 namespace {
 
+constexpr std::string_view kViKeysOn =
+    "Vi keys are on: i types, Esc ends that, :q leaves the bench. F10 and Options turn them off.";
 constexpr double kStatusSeconds = 3.2;
 constexpr const char* kFirmwareFailed = "Firmware could not be saved: ";
 
@@ -75,6 +77,7 @@ void Shell::OverrideSettings(const SettingsChange& change) {
 // The file keeps the player's choices alone, without what holds for this run.
 void Shell::ChangeSettings(const SettingsChange& change) {
     const bool full_screen = settings_.full_screen;
+    const bool vi_keys = settings_.vi_keys;
     change(settings_);
     change(kept_settings_);
     if (parts_.persistent) (void)SaveSettings(parts_.disk, parts_.data_folder, kept_settings_);
@@ -82,6 +85,7 @@ void Shell::ChangeSettings(const SettingsChange& change) {
     if (settings_.full_screen != full_screen && parts_.window) {
         parts_.window->SetFullScreen(settings_.full_screen);
     }
+    if (settings_.vi_keys && !vi_keys) SetStatus(std::string(kViKeysOn));
 }
 
 void Shell::ApplySettings() {

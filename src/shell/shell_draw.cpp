@@ -59,7 +59,8 @@ void Shell::DrawBars(zo::ui::Canvas& canvas) {
                             .message = message ? message_.text : record_.standing,
                             .alert = message ? message_.alert : record_.standing_alert,
                             .hint = pressables_.Hint(),
-                            .right = record_.right});
+                            .right = record_.right,
+                            .entry = record_.entry});
 }
 
 // In a window without the keyboard, and with motion off, the caret stands still.

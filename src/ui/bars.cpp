@@ -134,10 +134,28 @@ void DrawTall(Canvas& canvas, const Rect& row, const StatusLine& line, std::stri
     if (line.alert) DrawAlertChip(canvas, x, top);
 }
 
+// The end of a longer text is what is being typed.
+void DrawEntry(Canvas& canvas, const Rect& row, const StatusLine& line) {
+    DrawOneRow(canvas, row, {.mode = line.mode}, {}, line.right);
+    const int x = row.x + (line.mode.empty() ? 1 : Cells(line.mode) + 4);
+    const int room = row.Right() - 2 - x;
+    std::string_view shown = line.entry;
+    while (Cells(shown) > room) {
+        std::size_t one = 0;
+        base::NextCodePoint(shown, one);
+        shown.remove_prefix(one);
+    }
+    canvas.Fill({x, row.y, std::min(Cells(shown) + 2, row.Right() - x), 1}, U' ', Role::Status);
+    const int end = canvas.Text(x, row.y, shown, Role::Status);
+    if (shown.size() < line.entry.size()) canvas.Put(x, row.y, U'«', Role::Status);
+    canvas.SetCaret(end, row.y, CaretShape::Block);
+}
+
 }  // namespace
 
 void DrawStatusLine(Canvas& canvas, const StatusLine& line) {
     const Rect row = canvas.Area().Row(canvas.Rows() - 2);
+    if (!line.entry.empty()) return DrawEntry(canvas, row, line);
     const std::string marked = line.alert ? "! " + std::string(line.message) : std::string();
     const std::string_view message = line.alert ? std::string_view(marked) : line.message;
     const int mode = line.mode.empty() ? 0 : Cells(line.mode) + 3;

@@ -1,7 +1,11 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "base/utf.h"
+#include "base/wrap.h"
+#include "text_search.h"
 #include "ui/code_editor.h"
+#include "vi/machine.h"
 
 namespace zo::ui {
 namespace {
@@ -9,24 +13,36 @@ namespace {
 constexpr int kRowMargin = 3;  // rows kept in sight around the caret
 constexpr int kColumnMargin = 8;
 constexpr char32_t kNoGlyph = U'?';
+constexpr int kBeside = 2;        // cells between a line and the error's sentence
+constexpr int kMostNoteRows = 2;  // of an error below the text
 
-bool HasGlyph(char32_t c) {
-    return c >= U' ' && (c < 0x7F || c > 0x9F) && c <= 0xFFFF;
+bool HasGlyph(char16_t c) {
+    return c >= u' ' && (c < 0x7F || c > 0x9F) && !base::IsHighHalf(c) && !base::IsLowHalf(c);
 }
 
-// The classic look has a cell to draw the caret in, the modern one a line beside it.
-CaretShape ShapeIn(Look look) {
+// The classic look has a cell to draw the caret in, the modern one a line beside it. In the modes
+// in which letters are commands it is a block.
+CaretShape ShapeIn(Look look, bool commands) {
+    if (commands) return CaretShape::Block;
     return look == Look::Classic ? CaretShape::LowerThird : CaretShape::Bar;
+}
+
+int Cells(std::string_view utf8) {
+    return static_cast<int>(base::CodePoints(utf8));
 }
 
 }  // namespace
 
 void CodeEditor::Draw(Canvas& canvas, Pressables& pressables, const Rect& pane, bool focused) {
     const Rect inner = pane.Inner();
-    text_ = {inner.x + kGutter, inner.y, inner.width - kGutter, inner.height};
-    if (text_.Empty()) return;
+    if (inner.width <= kGutter || inner.height < 1) return;
+    Pressable& area = pressables.Add(inner);
+    area.press = [this](const PointerPress& press) { Press(press); };
+    area.drag = [this](Point at) { Drag(at); };
+    const int footer = DrawFooter(canvas, pressables, inner, focused);
+    text_ = {inner.x + kGutter, inner.y, inner.width - kGutter, inner.height - footer};
     Follow();
-    const int end = std::min(rows_.Top() + inner.height, buffer_.LineCount());
+    const int end = std::min(rows_.Top() + text_.height, Buffer().LineCount());
     for (int line = rows_.Top(); line < end; ++line) {
         const Rect row = inner.Row(line - rows_.Top());
         DrawGutter(canvas, row, line);
@@ -34,80 +50,233 @@ void CodeEditor::Draw(Canvas& canvas, Pressables& pressables, const Rect& pane, 
         if (line == marks_.next_line) canvas.Tint(row, Role::LineNext);
     }
     DrawCaret(canvas, focused);
-    pressables.Add(inner).press = [this](const PointerPress& press) { Press(press.at); };
     rows_.Draw(canvas, pressables, pane);
+    if (completion_.IsOpen()) DrawCompletion(canvas, pressables, inner);
 }
 
 // Brings the caret, or the line that was asked for, into sight.
 void CodeEditor::Follow() {
-    rows_.Measure(buffer_.LineCount(), text_.height);
+    rows_.Measure(Buffer().LineCount(), text_.height);
     if (reveal_line_ >= 0) {
         rows_.Reveal(reveal_line_, kRowMargin);
     } else if (reveal_) {
-        rows_.Reveal(caret_.line, kRowMargin);
+        const TextPosition caret = state_.Caret();
+        rows_.Reveal(caret.line, kRowMargin);
         const int margin = std::min(kColumnMargin, (text_.width - 1) / 2);
-        const int least = std::max(caret_.column - margin, 0);
-        const int most = std::min(caret_.column + margin, buffer_.Length(caret_.line));
+        const int least = std::max(caret.column - margin, 0);
+        const int most = std::min(caret.column + margin, Buffer().Length(caret.line));
         left_ = std::clamp(left_, std::max(most + 1 - text_.width, 0), least);
     }
     reveal_ = false;
     reveal_line_ = -1;
 }
 
+const EditorMarks::Error* CodeEditor::ErrorOn(int line) const {
+    const auto found = std::ranges::lower_bound(marks_.errors, line, {}, &EditorMarks::Error::line);
+    return found != marks_.errors.end() && found->line == line ? &*found : nullptr;
+}
+
 void CodeEditor::DrawGutter(Canvas& canvas, const Rect& row, int line) {
-    const bool wrong = std::any_of(marks_.errors.begin(), marks_.errors.end(),
-                                   [&](const EditorMarks::Error& e) { return e.line == line; });
-    const bool stops = std::count(marks_.breakpoints.begin(), marks_.breakpoints.end(), line) > 0;
-    const Role role = line == caret_.line ? Role::GutterHere : Role::Gutter;
+    const std::vector<int>& breakpoints = state_.document.Marks();
+    const Role role = line == state_.Caret().line ? Role::GutterHere : Role::Gutter;
     char number[16];
     std::snprintf(number, sizeof number, "%4d", line + 1);
     canvas.Text(row.x, row.y, number, role);
-    if (wrong) {
+    if (ErrorOn(line)) {
         canvas.Put(row.x, row.y, U'!', Role::Fault);
-    } else if (stops) {
+    } else if (std::ranges::count(breakpoints, line) > 0) {
         canvas.Put(row.x, row.y, U'•', Role::MarkBreak);
     }
     if (line == marks_.next_line) canvas.Put(row.x + 4, row.y, U'►', role);
 }
 
 void CodeEditor::DrawLine(Canvas& canvas, const Rect& row, int line) {
-    const std::u32string& text = buffer_.Line(line);
-    const int length = buffer_.Length(line);
+    const std::u16string& text = Buffer().Line(line);
+    const int length = Buffer().Length(line);
     const Canvas::Clip clip(canvas, row);
     const int shift = row.x - left_;  // from a column of the text to one of the screen
     for (int column = left_; column < std::min(length, left_ + row.width); ++column) {
-        const char32_t c = text[static_cast<std::size_t>(column)];
+        const char16_t c = text[static_cast<std::size_t>(column)];
         const bool known = HasGlyph(c);
         canvas.Put(shift + column, row.y, known ? c : kNoGlyph,
                    known ? Role::Code : Role::PanelDim);
     }
     spans_.clear();
-    if (colour) colour(text, spans_);
-    for (const EditorMarks::Error& error : marks_.errors) {
-        if (error.line == line) spans_.push_back({error.column, error.length, Role::CodeError});
+    if (links.colour) links.colour(text, spans_);
+    for (const EditorMarks::Error* error = ErrorOn(line);
+         error && error != marks_.errors.data() + marks_.errors.size() && error->line == line;
+         ++error) {
+        spans_.push_back({error->column, error->length, Role::CodeError});
     }
     for (const Span& span : spans_) {
         canvas.Tint({shift + span.column, row.y, span.length, 1}, span.role);
     }
+    TintMatches(canvas, row, line);
+    TintSelection(canvas, row, line);
     if (left_ > 0 && length > 0) canvas.Put(row.x, row.y, U'«', Role::PanelDim);
     if (length > left_ + row.width) canvas.Put(row.Right() - 1, row.y, U'»', Role::PanelDim);
+    DrawErrorBeside(canvas, row, line);
+}
+
+// The sentence stands behind the line where there is room for all of it.
+bool CodeEditor::FitsBeside(const EditorMarks::Error& error, int width) const {
+    const int behind = Buffer().Length(error.line) - left_ + kBeside;
+    return behind >= kBeside && behind + 2 + Cells(error.message) <= width;
+}
+
+void CodeEditor::DrawErrorBeside(Canvas& canvas, const Rect& row, int line) const {
+    const EditorMarks::Error* error = ErrorOn(line);
+    if (!error || error->message.empty() || !FitsBeside(*error, row.width)) return;
+    const int x = row.x + Buffer().Length(line) - left_ + kBeside;
+    canvas.Text(x, row.y, "! " + error->message, Role::CodeNote);
+    canvas.Put(x, row.y, U'!', Role::Fault);
+}
+
+void CodeEditor::TintSelection(Canvas& canvas, const Rect& row, int line) const {
+    const auto range = SelectedRange();
+    if (!range || line < range->from.line || line > range->to.line) return;
+    const int from = line == range->from.line ? range->from.column : 0;
+    const bool goes_on = line < range->to.line;  // the line's end is selected, too
+    const int to = goes_on ? Buffer().Length(line) + 1 : range->to.column;
+    canvas.Tint({row.x - left_ + from, row.y, to - from, 1}, Role::EditSel);
+}
+
+std::u16string CodeEditor::SearchShown() const {
+    if (asks_ == Asks::Find) return base::ToUtf16(find_.field.Text());
+    const vi::TypedLine* typed = vi_ ? vi_->Line() : nullptr;
+    return typed && typed->sign != U':' ? typed->text : std::u16string();
+}
+
+void CodeEditor::TintMatches(Canvas& canvas, const Rect& row, int line) const {
+    const TextSearch search{.text = SearchShown(), .any_case = asks_ == Asks::Find};
+    if (search.text.empty()) return;
+    const auto length = static_cast<int>(search.text.size());
+    std::size_t from = 0;
+    while (const auto at = FindInLine(Buffer().Line(line), search, from, Way::Forward)) {
+        canvas.Tint({row.x - left_ + *at, row.y, length, 1}, Role::Find);
+        from = static_cast<std::size_t>(*at + length);
+    }
+}
+
+// Below the text stand a question or what is to be said about the caret's line. Returns the rows
+// that they take.
+int CodeEditor::DrawFooter(Canvas& canvas, Pressables& pressables, const Rect& inner,
+                           bool focused) {
+    const vi::TypedLine* typed = vi_ ? vi_->Line() : nullptr;
+    if (asks_ == Asks::Nothing && (!typed || typed->sign == U':')) return DrawNotes(canvas, inner);
+    DrawQuestion(canvas, pressables, inner.Row(inner.height - 1), focused);
+    return 1;
+}
+
+void CodeEditor::DrawQuestion(Canvas& canvas, Pressables& pressables, const Rect& row,
+                              bool focused) {
+    if (asks_ == Asks::Find) return find_.Draw(canvas, pressables, row, focused);
+    canvas.Fill(row, U' ', Role::Panel);
+    if (asks_ == Asks::Line) {
+        const int x = canvas.Text(row.x, row.y, " Line ", Role::PanelDim);
+        return line_.Draw(canvas, pressables, {x, row.y, row.Right() - 1 - x, 1}, focused);
+    }
+    const vi::TypedLine& typed = *vi_->Line();
+    TextField field;
+    field.SetText(base::ToUtf8(std::u16string_view(typed.text)));
+    canvas.Put(row.x + 1, row.y, typed.sign, Role::PanelDim);
+    field.Draw(canvas, pressables, {row.x + 2, row.y, row.width - 3, 1}, focused);
+}
+
+// A hint on the line that is being typed; else the error on the caret's line when there is no room
+// for it behind the line.
+int CodeEditor::DrawNotes(Canvas& canvas, const Rect& inner) const {
+    const int most = std::min(inner.height / 3, kMostNoteRows);
+    if (most < 1) return 0;
+    const int line = state_.Caret().line;
+    if (typing_line_ == line && links.describe) {
+        const TypingHint hint = links.describe(Buffer().Line(line), state_.Caret().column);
+        if (!hint.text.empty()) {
+            const Rect row = inner.Row(inner.height - 1);
+            canvas.Fill(row, U' ', Role::Panel);
+            canvas.Field({row.x + 1, row.y, row.width - 2, 1}, hint.text, Role::PanelDim);
+            canvas.Tint({row.x + 1 + hint.from, row.y, hint.length, 1}, Role::PanelBright);
+            return 1;
+        }
+    }
+    const EditorMarks::Error* error = ErrorOn(line);
+    if (!error || error->message.empty() || FitsBeside(*error, inner.width - kGutter)) return 0;
+    std::vector<std::string> rows = base::WrapEven(error->message, inner.width - 4);
+    if (static_cast<int>(rows.size()) > most) {
+        rows.resize(static_cast<std::size_t>(most));
+        rows.back() += " »";
+    }
+    const auto count = static_cast<int>(rows.size());
+    for (int k = 0; k < count; ++k) {
+        const Rect row = inner.Row(inner.height - count + k);
+        canvas.Fill(row, U' ', Role::Fault);
+        if (k == 0) canvas.Put(row.x + 1, row.y, U'!', Role::Fault);
+        canvas.Text(row.x + 3, row.y, rows[static_cast<std::size_t>(k)], Role::Fault);
+    }
+    return count;
 }
 
 void CodeEditor::DrawCaret(Canvas& canvas, bool focused) {
-    const int y = text_.y + caret_.line - rows_.Top();
-    const int x = text_.x + caret_.column - left_;
+    const TextPosition caret = state_.Caret();
+    const int y = text_.y + caret.line - rows_.Top();
+    const int x = text_.x + caret.column - left_;
     const Canvas::Clip clip(canvas, text_);
-    if (buffer_.Length(caret_.line) == 0) canvas.Text(x, y, marks_.ghost, Role::Ghost);
-    if (focused) canvas.SetCaret(x, y, ShapeIn(canvas.CurrentLook()));
+    if (Buffer().Length(caret.line) == 0) canvas.Text(x, y, marks_.ghost, Role::Ghost);
+    const bool elsewhere = asks_ != Asks::Nothing || (vi_ && vi_->Line());
+    if (!focused || elsewhere) return;
+    const bool commands = vi_ && vi_->Mode() != vi::Mode::Insert;
+    canvas.SetCaret(x, y, ShapeIn(canvas.CurrentLook(), commands));
 }
 
-void CodeEditor::Press(Point at) {
-    const int line = rows_.Top() + at.y - text_.y;
-    if (at.x >= text_.x) {
-        SetCaret({line, left_ + at.x - text_.x});
-    } else if (gutter_pressed && line < buffer_.LineCount()) {
-        gutter_pressed(line);
+void CodeEditor::DrawCompletion(Canvas& canvas, Pressables& pressables, const Rect& inner) {
+    const Point word = {text_.x + WordStart() - left_, text_.y + state_.Caret().line - rows_.Top()};
+    if (!inner.Contains(word)) return;
+    completion_.Draw(canvas, pressables, inner, word, [this] { AcceptCompletion(); });
+}
+
+// The pointer.
+
+TextPosition CodeEditor::PositionAt(Point at) const {
+    const int line = std::clamp(rows_.Top() + at.y - text_.y, 0, Buffer().LineCount() - 1);
+    return Buffer().Clamped({line, left_ + at.x - text_.x});
+}
+
+void CodeEditor::Press(const PointerPress& press) {
+    completion_.Close();
+    const int line = rows_.Top() + press.at.y - text_.y;
+    if (press.at.x < text_.x) {
+        if (links.gutter_pressed && line < Buffer().LineCount()) links.gutter_pressed(line);
+        return;
     }
+    const TextPosition at = PositionAt(press.at);
+    drag_start_ = {at, at};
+    if (press.clicks == 2) {
+        drag_start_ = WordAt(at);
+    } else if (press.clicks >= 3) {
+        const bool last = at.line + 1 == Buffer().LineCount();
+        drag_start_ = {{at.line, 0}, last ? Buffer().End() : TextPosition{at.line + 1, 0}};
+    } else if (press.with.shift) {
+        drag_start_ = {state_.selection.anchor, state_.selection.anchor};
+        return Drag(press.at);
+    }
+    if (drag_start_.from == drag_start_.to) {
+        SetCaret(at);
+    } else {
+        Select(drag_start_.from, drag_start_.to);
+        ReportSelection();
+    }
+    last_edits_ = Edits::Apart;
+}
+
+// From what was pressed to where the pointer is, on either side.
+void CodeEditor::Drag(Point at) {
+    const TextPosition to = PositionAt(at);
+    if (to < drag_start_.from) {
+        Select(drag_start_.to, to);
+    } else {
+        Select(drag_start_.from, std::max(to, drag_start_.to));
+    }
+    ReportSelection();
 }
 
 }  // namespace zo::ui

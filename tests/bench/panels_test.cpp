@@ -15,18 +15,18 @@ TEST_CASE("firmware is coloured token by token") {
         {'s', Role::CodeStr},   {',', Role::CodePunct}, {'d', Role::CodeDef}, {';', Role::CodeNote},
     };
     const struct {
-        std::u32string_view line;
+        std::u16string_view line;
         std::string_view roles;  // a letter a character, a blank for what has no role
     } cases[] = {
-        {U"loop:  rx a   ; wait", "LLLL,  oo r   ;;;;;;"},
-        {U"jeq a, -1, ready", "ooo r, nn, LLLLL"},
-        {U"DEF ack $06", "ddd LLL nnn"},
-        {U"tx ';' ; one", "oo sss ;;;;;"},
-        {U"tx '\\'' , %101", "oo ssss , nnnn"},
-        {U"mov [c], 'x", "ooo ,r,, ss"},
-        {U"a-b", "r,r"},
-        {U"TX CRC", "oo rrr"},
-        {U"crc: crc b", "LLL, ooo r"},
+        {u"loop:  rx a   ; wait", "LLLL,  oo r   ;;;;;;"},
+        {u"jeq a, -1, ready", "ooo r, nn, LLLLL"},
+        {u"DEF ack $06", "ddd LLL nnn"},
+        {u"tx ';' ; one", "oo sss ;;;;;"},
+        {u"tx '\\'' , %101", "oo ssss , nnnn"},
+        {u"mov [c], 'x", "ooo ,r,, ss"},
+        {u"a-b", "r,r"},
+        {u"TX CRC", "oo rrr"},
+        {u"crc: crc b", "LLL, ooo r"},
     };
     for (const auto& c : cases) {
         CAPTURE(c.roles);
@@ -47,20 +47,20 @@ TEST_CASE("firmware is coloured token by token") {
 
 TEST_CASE("help on a word of firmware is the page on what the word is") {
     const struct {
-        std::u32string_view line;
+        std::u16string_view line;
         int column;
         std::string_view page;
     } cases[] = {
-        {U"loop: jeq a, CRC, loop", 2, "labels"},
-        {U"loop: jeq a, CRC, loop", 7, "op-jeq"},
-        {U"loop: jeq a, CRC, loop", 10, "registers"},
-        {U"loop: jeq a, CRC, loop", 14, "crc-engine"},
-        {U"loop: jeq a, CRC, loop", 20, "labels"},
-        {U"crc a", 0, "op-crc"},
-        {U"def ACK $06", 1, "labels"},
-        {U"def ACK $06", 9, ""},
-        {U"tx a ; jmp", 8, ""},
-        {U"", 0, ""},
+        {u"loop: jeq a, CRC, loop", 2, "labels"},
+        {u"loop: jeq a, CRC, loop", 7, "op-jeq"},
+        {u"loop: jeq a, CRC, loop", 10, "registers"},
+        {u"loop: jeq a, CRC, loop", 14, "crc-engine"},
+        {u"loop: jeq a, CRC, loop", 20, "labels"},
+        {u"crc a", 0, "op-crc"},
+        {u"def ACK $06", 1, "labels"},
+        {u"def ACK $06", 9, ""},
+        {u"tx a ; jmp", 8, ""},
+        {u"", 0, ""},
     };
     for (const auto& c : cases) {
         CAPTURE(c.column);

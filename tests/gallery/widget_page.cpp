@@ -291,7 +291,7 @@ void TextPage(Canvas& canvas) {
     CodeEditor editor;
     editor.SetText("; Echo\nmov a, 1\nloop: rx a\n  jmp loop\n  shr\n");
     editor.Marks().errors.push_back({4, 2, 3});
-    editor.Marks().breakpoints.push_back(2);
+    editor.Breakpoints().push_back(2);
     editor.Marks().next_line = 3;
     editor.Draw(canvas, pressables, right, false);
 

@@ -2,37 +2,15 @@
 
 #include <doctest/doctest.h>
 
+#include "support/cases.h"
 #include "support/keys.h"
 #include "support/picture.h"
+#include "ui/editor_case.h"
 #include "ui/pane.h"
 
 using namespace zo::ui;
 
 namespace {
-
-// A text with its caret written as "|".
-void Load(CodeEditor& editor, std::string marked) {
-    const std::size_t bar = marked.find('|');
-    marked.erase(bar, 1);
-    editor.SetText(marked);
-    TextBuffer before;
-    before.Set(std::string_view(marked).substr(0, bar));
-    editor.SetCaret(before.End());
-}
-
-std::string Marked(const CodeEditor& editor) {
-    const TextBuffer& text = editor.Buffer();
-    return text.Text({}, editor.CaretAt()) + "|" + text.Text(editor.CaretAt(), text.End());
-}
-
-void Send(CodeEditor& editor, std::string_view keys) {
-    bool used = false;
-    for (const InputEvent& event : fake::Keys(keys)) {
-        if (const auto* key = std::get_if<KeyPress>(&event)) used = editor.Key(*key);
-        const auto* text = std::get_if<TextInput>(&event);
-        if (text && !used) editor.Type(text->text);
-    }
-}
 
 struct Bench {
     CodeEditor editor;
@@ -51,73 +29,76 @@ struct Bench {
     }
 };
 
-}  // namespace
-
-TEST_CASE("keys edit the text and move the caret") {
-    const struct {
-        const char* before;
-        const char* keys;
-        const char* after;
-    } cases[] = {
-        {"|", "rx a<Enter>tx a", "rx a\ntx a|"},
-        {"ab|cd", "<Backspace>", "a|cd"},
-        {"ab|cd", "<Del>", "ab|d"},
-        {"|ab", "<Backspace>", "|ab"},
-        {"ab|", "<Del>", "ab|"},
-        {"ab\n|cd", "<Backspace>", "ab|cd"},
-        {"ab|\ncd", "<Del>", "ab|cd"},
-        {"a|b", "<Tab>x", "a   x|b"},
-        {"    nop|", "<Enter>halt", "    nop\n    halt|"},
-        {"  |  nop", "<Enter>", "  \n  |  nop"},
-        {"ab\n|", "<Left><Left>", "a|b\n"},
-        {"ab|\ncd", "<Right><Right>", "ab\nc|d"},
-        {"|", "<Left><Up><Right><Down><Home><End>", "|"},
-        {"long line|\nab\nlong line", "<Down><Down>", "long line\nab\nlong line|"},
-        {"long line|\nab\nlong line", "<Down><Left><Down>", "long line\nab\nl|ong line"},
-        {"ab\nc|d\nef", "<Ctrl+Home>x", "x|ab\ncd\nef"},
-        {"ab\nc|d\nef", "<Ctrl+End>x", "ab\ncd\nefx|"},
-        {"abc|d", "<Home>", "|abcd"},
-        {"é|", "λ<Left><Backspace>", "|λ"},
-    };
-    for (const auto& c : cases) {
-        CAPTURE(c.before);
-        CAPTURE(c.keys);
-        CodeEditor editor;
-        Load(editor, c.before);
-        Send(editor, c.keys);
-        CHECK(Marked(editor) == c.after);
+// Cases whose text, keys and outcome stand on one line; "message" is what the player is told.
+void PlayCases(std::string_view where, bool vi_keys) {
+    for (const support::Case& family : support::Cases(where)) {
+        for (const support::Step& step : family) {
+            INFO(step.where);
+            REQUIRE(step.key == "keys");
+            const auto c = editor_case::Read(step.value);
+            CAPTURE(c.keys);
+            CodeEditor editor;
+            std::string said, clipboard;
+            editor.links.say = [&](std::string_view sentence) { said = sentence; };
+            editor.links.clipboard = [&] { return clipboard; };
+            editor.links.set_clipboard = [&](std::string_view utf8) { clipboard = utf8; };
+            editor.SetViKeys(vi_keys);
+            editor_case::Load(editor, c.in);
+            editor_case::Send(editor, c.keys);
+            CHECK(editor_case::Marked(editor) == c.out);
+            CHECK(said == c.message);
+        }
     }
 }
 
-TEST_CASE("what is pasted keeps its lines, and tabs become blanks") {
-    CodeEditor editor;
-    Load(editor, "  x|y");
-    editor.Paste("1\r\n\t2");
-    CHECK(Marked(editor) == "  x1\n        2|y");
+}  // namespace
+
+TEST_CASE("keys edit the text and move the caret") {
+    PlayCases("ui/editor", false);
+}
+
+TEST_CASE("text from elsewhere is normalised, and nothing of it is lost") {
+    const struct {
+        std::string_view utf8;
+        int column;
+        std::u16string_view text;
+    } cases[] = {
+        {"a\r\nb\rc\nd", 0, u"a\nb\nc\nd"},
+        {"\ta\tb", 2, u"      a       b"},
+        {"ab\n\tc", 5, u"ab\n        c"},
+        {"\xEF\xBB\xBFnop\x01\x7F\xC2\x85", 0, u"nop"},
+        {std::string_view("a\0b", 3), 0, u"ab"},
+        {"\xF0\x9F\x98\x80", 0, u"\U0001F600"},
+        {"\xFF", 0, u"\uFFFD"},
+    };
+    for (const auto& c : cases) {
+        CAPTURE(c.utf8);
+        CHECK((Normalised(c.utf8, c.column) == c.text));
+    }
 }
 
 TEST_CASE("keys that are not the editor's are left to others") {
     CodeEditor editor;
     editor.SetText("a\nb");
-    for (const char* name : {"F5", "Ctrl+S", "Alt+Left", "Ctrl+PgUp", "Shift+Tab", "Esc", "x"}) {
+    for (const char* name : {"F5", "Ctrl+S", "Alt+Left", "Ctrl+PgUp", "Esc", "x"}) {
         CAPTURE(name);
         CHECK_FALSE(editor.Key(fake::KeyNamed(name)));
     }
-    CHECK(Marked(editor) == "|a\nb");
+    CHECK(editor_case::Marked(editor) == "|a / b");
 }
 
 TEST_CASE("every edit is reported once, and a read-only text refuses it") {
     CodeEditor editor;
     int changes = 0;
     int refusals = 0;
-    editor.changed = [&] { ++changes; };
-    editor.refused = [&] { ++refusals; };
-    Load(editor, "|ab");
+    editor.links.changed = [&] { ++changes; };
+    editor.links.refused = [&] { ++refusals; };
+    editor_case::Load(editor, "|ab");
     CHECK(changes == 0);
-    Send(editor, "x<Backspace><Backspace><Right>");
+    editor_case::Send(editor, "x<Backspace><Backspace><Right>");
     CHECK(changes == 2);
     editor.SetReadOnly(true);
-    Send(editor, "x<Del>");
+    editor_case::Send(editor, "x<Del>");
     CHECK(editor.Text() == "ab");
     CHECK(changes == 2);
     CHECK(refusals == 2);
@@ -129,24 +110,25 @@ TEST_CASE("breakpoints stay with their lines") {
         const char* keys;
         std::vector<int> after;  // of the lines b and d
     } cases[] = {
-        {"a\nb|\nc\nd", "<Enter>", {1, 4}}, {"a\n|b\nc\nd", "<Enter>", {2, 4}},
-        {"|a\nb\nc\nd", "<Del><Del>", {2}}, {"a\nb\nc|\nd", "<Del>", {1}},
+        {"a\nb|\nc\nd", "<Enter>", {1, 4}},    {"a\n|b\nc\nd", "<Enter>", {2, 4}},
+        {"|a\nb\nc\nd", "<Del><Del>", {0, 2}}, {"a\nb\nc|\nd", "<Del>", {1}},
         {"a\nb\nc\nd|", "<Enter>", {1, 3}},
     };
     for (const auto& c : cases) {
         CAPTURE(c.before);
         CodeEditor editor;
-        Load(editor, c.before);
-        editor.Marks().breakpoints = {1, 3};
-        Send(editor, c.keys);
-        CHECK(editor.Marks().breakpoints == c.after);
+        editor_case::Load(editor, c.before);
+        editor.Breakpoints() = {1, 3};
+        editor_case::Send(editor, c.keys);
+        CHECK(editor.Breakpoints() == c.after);
     }
 }
 
 TEST_CASE("the gutter carries number, marks and the next line") {
     Bench bench(24, 6);
     bench.editor.SetText("nop\nfoo a\nhalt");
-    bench.editor.Marks() = {.errors = {{1, 0, 3}}, .breakpoints = {1, 2}, .next_line = 2};
+    bench.editor.Marks() = {.errors = {{1, 0, 3}}, .next_line = 2};
+    bench.editor.Breakpoints() = {1, 2};
     CHECK(bench.Draw() == "   1  nop\n!  2  foo a\n•  3► halt\n\n");
     CHECK(bench.frame.At(7, 2).role == Role::CodeError);
     CHECK(bench.frame.At(10, 2).role == Role::Code);
@@ -160,11 +142,11 @@ TEST_CASE("a caret that leaves the view takes it along and keeps its margin") {
     for (int line = 1; line <= 40; ++line) text += std::to_string(line) + "\n";
     bench.editor.SetText(text);
     bench.Draw();
-    Send(bench.editor, "<Down><Down><Down><Down><Down><Down>");
+    editor_case::Send(bench.editor, "<Down><Down><Down><Down><Down><Down>");
     CHECK(bench.Draw().starts_with("   1  1\n"));
-    Send(bench.editor, "<Down>");
+    editor_case::Send(bench.editor, "<Down>");
     CHECK(bench.Draw().starts_with("   2  2\n"));
-    Send(bench.editor, "<PgDn>");
+    editor_case::Send(bench.editor, "<PgDn>");
     CHECK(bench.Draw().ends_with("  20  20\n"));
     CHECK(bench.editor.CaretAt().line == 16);
 }
@@ -173,9 +155,9 @@ TEST_CASE("a long line scrolls sideways and says that it goes on") {
     Bench bench(20, 3);  // twelve columns of text
     bench.editor.SetText("abcdefghijklmnopqrstuvwxyz");
     CHECK(bench.Draw() == "   1  abcdefghijk»\n");
-    for (int k = 0; k < 13; ++k) Send(bench.editor, "<Right>");
+    for (int k = 0; k < 13; ++k) editor_case::Send(bench.editor, "<Right>");
     CHECK(bench.Draw() == "   1  «ijklmnopqr»\n");
-    Send(bench.editor, "<End>");
+    editor_case::Send(bench.editor, "<End>");
     CHECK(bench.Draw() == "   1  «qrstuvwxyz\n");
     CHECK(bench.frame.caret.x == 18);
 }
@@ -183,7 +165,7 @@ TEST_CASE("a long line scrolls sideways and says that it goes on") {
 TEST_CASE("a press puts the caret where it falls, or asks for a breakpoint") {
     Bench bench(24, 6);
     int pressed = -1;
-    bench.editor.gutter_pressed = [&](int line) { pressed = line; };
+    bench.editor.links.gutter_pressed = [&](int line) { pressed = line; };
     bench.editor.SetText("nop\nhalt");
     bench.Draw();
     bench.pressables.Press({.at = {9, 2}});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,7 @@
 #include "bench/stream_panels.h"
 #include "bench/strip.h"
 #include "bench/trace_panel.h"
+#include "save/firmware_files.h"
 #include "shell/screen.h"
 #include "ui/code_editor.h"
 #include "ui/frame_line.h"
@@ -49,6 +51,12 @@ public:
 private:
     bool IsOpen(const BenchKey& key) const;
     bool IsNamed(const BenchKey& key) const;
+
+    // The editor and what it is linked to (bench_editor.cpp).
+    void LinkEditor();
+    void RunCommandLine(std::string_view line);
+    void MarkErrors();
+    std::string FirmwareIn(int slot);
 
     // What commands do (bench_actions.cpp).
     void Do(Command command);
@@ -95,7 +103,6 @@ private:
     void FillNotes();
     void SetFirmware(std::string_view text);
     void RunHalfWay();
-    void LoadSlot(int slot);
     bool SaveOrWarn();
     bool KeyInPanel(const zo::ui::KeyPress& key);
     bool KeyOf(Panel panel, const zo::ui::KeyPress& key);
@@ -127,8 +134,10 @@ private:
     HostPanel host_;
     TracePanel trace_;
     Strip strip_;
-    int stage_ = 0;                  // of the unlocking
-    int slot_ = 1;                   // of the firmware
+    int stage_ = 0;  // of the unlocking
+    int slot_ = 1;   // of the firmware
+    // The texts of the slots that were on the bench before, with their histories.
+    std::array<std::optional<zo::ui::EditorSheet>, kFirmwareSlots> sheets_;
     bool dirty_ = false;             // the text differs from its file
     double updated_at_ = 0;          // on the frame clock
     double unsaved_since_ = 0;       // the first edit since the last save was tried

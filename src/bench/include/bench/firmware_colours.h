@@ -8,6 +8,6 @@
 namespace Kest {
 
 // The roles of a line of firmware, character by character.
-void ColourFirmware(std::u32string_view line, std::vector<zo::ui::Span>& spans);
+void ColourFirmware(std::u16string_view line, std::vector<zo::ui::Span>& spans);
 
 }  // namespace Kest

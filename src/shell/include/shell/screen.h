@@ -30,6 +30,7 @@ struct FrameRecord {
     std::string detail;   // behind the context, dropped first
     std::string place;    // where the player is, right-aligned
     std::string mode;     // before the status message
+    std::string entry;    // that is being typed in the status line, in place of the message
     // What the status line says while no message shows. An overlay finds here what the screen under
     // it said and may leave it.
     std::string standing;

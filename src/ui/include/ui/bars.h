@@ -36,6 +36,7 @@ struct StatusLine {
     bool alert = false;
     std::string_view hint = {};   // of what the pointer is over; the message gives way to it
     std::string_view right = {};  // the screen's own text, which gives way to the message
+    std::string_view entry = {};  // is being typed, in place of the message
 };
 void DrawStatusLine(Canvas& canvas, const StatusLine& line);
 

@@ -1,15 +1,24 @@
 #pragma once
 
 #include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "cells/input.h"
+#include "ui/completion.h"
+#include "ui/document.h"
+#include "ui/find_box.h"
 #include "ui/scroll.h"
-#include "ui/text_buffer.h"
 
 namespace zo::ui {
+
+namespace vi {
+class Machine;
+struct Wishes;
+}  // namespace vi
 
 // A stretch of one line in one role.
 struct Span {
@@ -24,68 +33,181 @@ struct EditorMarks {
         int line = 0;
         int column = 0;
         int length = 0;
+        std::string message = {};
     };
-    std::vector<Error> errors = {};
-    std::vector<int> breakpoints = {};  // the editor moves them along with their lines
-    int next_line = -1;                 // that runs next, -1 for none
-    std::string ghost = {};             // text suggested at the caret
+    std::vector<Error> errors = {};  // in the order of their lines
+    int next_line = -1;              // that runs next, -1 for none
+    std::string ghost = {};          // text suggested at the caret
 };
 
-// A text editor in a pane: one character a cell, one line a row. It draws text, gutter, caret and
-// scrollbar; the pane's frame is its owner's.
+// A line of help for what is being typed, with the part that is due.
+struct TypingHint {
+    std::string text = {};
+    int from = 0;
+    int length = 0;
+};
+
+// What the editor asks of its owner. Whatever is left out is not there.
+struct EditorLinks {
+    // Fills in the roles of a line's characters; what it leaves out is drawn in Role::Code.
+    std::function<void(std::u16string_view line, std::vector<Span>& spans)> colour = {};
+    // All that could be typed behind the start of a line.
+    std::function<std::vector<CompletionItem>(std::u16string_view before)> complete = {};
+    std::function<TypingHint(std::u16string_view line, int column)> describe = {};
+
+    std::function<void()> changed = {};                 // after each edit by the player
+    std::function<void(int line)> gutter_pressed = {};  // the pointer went down in the gutter
+    std::function<void()> refused = {};                 // an edit of read-only text was tried
+    std::function<void(std::string_view sentence)> say = {};
+    std::function<void(std::string_view text)> command = {};  // a ":" line was entered
+
+    std::function<std::string()> clipboard = {};
+    std::function<void(std::string_view utf8)> set_clipboard = {};
+    std::function<void(std::string_view utf8)> selected = {};  // text, as it is being selected
+};
+
+// A text with its history, the caret and the marked lines: what is exchanged when the editor turns
+// to another text and back.
+struct EditorSheet {
+    EditState state = {};
+    int top = 0;  // the first line in sight
+};
+
+// A text editor in a pane: one character a cell, one line a row. It draws text, gutter, caret,
+// scrollbar and its own find box, hints and completion; the pane's frame is its owner's.
 class CodeEditor {
 public:
     static constexpr int kGutter = 6;  // mark, three digits, the arrow, a blank
-    static constexpr int kTab = 4;
+
+    CodeEditor();
+    ~CodeEditor();
+    CodeEditor(const CodeEditor&) = delete;
+    CodeEditor& operator=(const CodeEditor&) = delete;
+
+    EditorLinks links;
 
     void SetText(std::string_view utf8);  // the caret goes to the start; no change is reported
-    std::string Text() const { return buffer_.Text(); }
-    const TextBuffer& Buffer() const { return buffer_; }
+    std::string Text() const;
+    const TextBuffer& Buffer() const { return state_.Text(); }
+    // Turns to another text; the one before it comes back.
+    EditorSheet Exchange(EditorSheet sheet);
 
-    TextPosition CaretAt() const { return caret_; }
+    TextPosition CaretAt() const { return state_.Caret(); }
+    const Selection& Selected() const { return state_.selection; }
     void SetCaret(TextPosition at);  // and brings it into sight
     void RevealLine(int line);       // without the caret
-    void SetReadOnly(bool read_only) { read_only_ = read_only; }
+    void SetReadOnly(bool read_only);
 
     EditorMarks& Marks() { return marks_; }
-    // Fills in the roles of a line's characters; what it leaves out is drawn in Role::Code.
-    std::function<void(std::u32string_view line, std::vector<Span>& spans)> colour;
-    std::function<void()> changed;                 // after each edit by the player
-    std::function<void(int line)> gutter_pressed;  // the pointer went down in the gutter
-    std::function<void()> refused;                 // an edit of read-only text was tried
+    std::vector<int>& Breakpoints() { return state_.document.Marks(); }
 
-    // What the keyboard does. Keys with Alt and unknown keys with Ctrl are not used.
+    // Each returns whether the key or the text was used. Keys with Alt are not.
     bool Key(const KeyPress& key);
     bool Type(std::string_view utf8);
-    void Paste(std::string_view utf8) { Type(utf8); }
+    // Text of any size and content, in the place of what is selected, as one step.
+    void Paste(std::string_view utf8);
+
+    // vi keys. The editor opens in Normal mode; switching applies at once.
+    void SetViKeys(bool on);
+    bool HasViKeys() const { return vi_ != nullptr; }
+    std::string_view ModeName() const;  // "NORMAL" and so on; "EDIT" without vi keys
+    std::string_view Chip() const;      // the same for the header, where a ":" line shows
+    std::string PendingKeys() const;    // of a command that is not complete
+    std::optional<std::string> CommandLine() const;  // what stands behind the ":" that is open
+    // Esc would close something of the editor's or end a mode.
+    bool WantsEscape() const;
 
     // `pane` is the framed box. The caret shows when focused.
     void Draw(Canvas& canvas, Pressables& pressables, const Rect& pane, bool focused);
 
 private:
-    enum class Goal : std::uint8_t { Forget, Keep };
+    friend struct EditorKeys;
 
-    bool Move(const KeyPress& key);
-    bool Edit(const KeyPress& key);
-    void MoveTo(TextPosition at, Goal goal = Goal::Forget);
-    void MoveLines(int by);
-    TextPosition Before(TextPosition at) const;  // the position itself at the text's start
-    TextPosition After(TextPosition at) const;   // and at its end
-    void NewLine();
-    // The one way in which the player changes the text.
-    void Replace(TextPosition from, TextPosition to, std::string_view utf8);
-    void MoveBreakpoints(TextPosition from, int old_end, int new_end);
+    // Edits of a kind that follow one another at one place are taken back together.
+    enum class Edits : std::uint8_t { Apart, Typed, Erased };
+    enum class Extend : bool { No, Yes };
 
+    // Keys (code_editor_keys.cpp).
+    bool PlainKey(const KeyPress& key);
+    bool CompletionKey(const KeyPress& key);
+    bool ViKey(const KeyPress& key);
+    bool AskKey(const KeyPress& key);
+    void TypePlain(std::string_view utf8);
+    void TypeVi(char32_t key);
+    void Grant(const vi::Wishes& wishes);
+    void RunLine(std::u16string_view line);
+
+    // Edits and moves.
+    void Edit(Edits kind, const std::function<void()>& change);
+    void MoveTo(TextPosition at, Extend extend);
+    void MoveRows(int rows, Extend extend);
+    void Undo();
+    void Redo();
+    void Copy();
+    void Cut();
+    void PasteClipboard();
+    void SelectAll();
+    struct Range {
+        TextPosition from, to;
+    };
+    std::optional<Range> SelectedRange() const;
+    // Does something to the lines of the selection, or to the caret's.
+    void EditLines(const std::function<void(int first, int last)>& change);
+    void Select(TextPosition from, TextPosition to);
+    void ReportChange();
+    void ReportSelection();
+    void GoToError(int by);
+
+    // Finding.
+    void OpenFind();
+    void FindBy(int by);
+    void FindTyped();
+    void CountMatches();
+    void OpenLine();
+    void GoToLine(std::string_view digits);
+    void StopAsking();
+
+    // Completing.
+    void OfferCompletion(bool asked);
+    void AcceptCompletion();
+    int WordStart() const;
+
+    // Drawing (code_editor_draw.cpp).
     void Follow();
     void DrawGutter(Canvas& canvas, const Rect& row, int line);
     void DrawLine(Canvas& canvas, const Rect& row, int line);
+    void TintSelection(Canvas& canvas, const Rect& row, int line) const;
+    void TintMatches(Canvas& canvas, const Rect& row, int line) const;
+    int DrawFooter(Canvas& canvas, Pressables& pressables, const Rect& inner, bool focused);
+    void DrawErrorBeside(Canvas& canvas, const Rect& row, int line) const;
     void DrawCaret(Canvas& canvas, bool focused);
-    void Press(Point at);
+    void DrawCompletion(Canvas& canvas, Pressables& pressables, const Rect& inner);
+    const EditorMarks::Error* ErrorOn(int line) const;
+    bool FitsBeside(const EditorMarks::Error& error, int width) const;
+    void Press(const PointerPress& press);
+    void Drag(Point at);
+    TextPosition PositionAt(Point at) const;
+    Range WordAt(TextPosition at) const;
+    std::u16string SearchShown() const;
+    void DrawQuestion(Canvas& canvas, Pressables& pressables, const Rect& row, bool focused);
+    int DrawNotes(Canvas& canvas, const Rect& inner) const;
 
-    TextBuffer buffer_;
-    TextPosition caret_;
-    int goal_column_ = 0;  // that Up and Down aim for
+    EditState state_;
+    std::unique_ptr<vi::Machine> vi_;  // null without vi keys
     bool read_only_ = false;
+    std::uint64_t reported_ = 0;  // the text's revision of which the owner knows
+    Edits last_edits_ = Edits::Apart;
+    TextPosition last_edit_end_;
+    int typing_line_ = -1;  // on which the player types just now
+    Range drag_start_;      // what the press has selected that a drag extends
+
+    // What the row below the text asks for.
+    enum class Asks : std::uint8_t { Nothing, Find, Line };
+    Asks asks_ = Asks::Nothing;
+    FindBox find_;
+    TextField line_;
+    Completion completion_;
+
     bool reveal_ = true;  // the caret must come into sight with the next frame
     int reveal_line_ = -1;
     Scroll rows_;
