@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "card/byte_text.h"
+#include "ticket/hex.h"
 #include "windows.h"
 
 namespace kp {
@@ -10,16 +11,24 @@ namespace {
 
 constexpr Tick kLateness = 20;  // of an ACK that comes late
 
-constexpr PlanWord<AckerFate> kWords[] = {
+constexpr PlanWord<AckerFate::Kind> kWords[] = {
     {"ack", AckerFate::Ack},          {"ok", AckerFate::Ack},
     {"ack_late", AckerFate::AckLate}, {"nak", AckerFate::Nak},
     {"garble", AckerFate::Nak},       {"busy", AckerFate::Busy},
     {"drop", AckerFate::LostAck},     {"lost_ack", AckerFate::LostAck},
     {"ignore", AckerFate::Ignore},
 };
+constexpr std::string_view kSay = "say:";
 
 std::optional<AckerFate> ReadFate(std::string_view word) {
-    return FindWord(kWords, word);
+    if (word.starts_with(kSay)) {
+        const std::optional<Bytes> words = ReadHex(word.substr(kSay.size()));
+        if (!words || words->empty()) return std::nullopt;
+        return AckerFate{AckerFate::Say, *words};
+    }
+    const std::optional<AckerFate::Kind> kind = FindWord(kWords, word);
+    if (!kind) return std::nullopt;
+    return AckerFate{*kind, {}};
 }
 
 bool Is(const Bytes& command, std::uint8_t byte) {
@@ -100,11 +109,12 @@ void AckerPeer::HearCommand(Tick tick, std::uint8_t command, PeerLink& link) {
 
 void AckerPeer::HearFrame(Tick tick, PeerLink& link) {
     ++received_;
-    AckerFate fate = plan_.Next();
-    const bool acknowledges = fate == AckerFate::Ack || fate == AckerFate::AckLate;
-    if (acknowledges && !decoder_.Intact()) fate = AckerFate::Nak;
-    if (fate != AckerFate::Busy) busy_in_a_row_ = 0;
-    switch (fate) {
+    const AckerFate fate = plan_.Next();
+    AckerFate::Kind kind = fate.kind;
+    const bool acknowledges = kind == AckerFate::Ack || kind == AckerFate::AckLate;
+    if (acknowledges && !decoder_.Intact()) kind = AckerFate::Nak;
+    if (kind != AckerFate::Busy) busy_in_a_row_ = 0;
+    switch (kind) {
         case AckerFate::Ack:
             ++acknowledged_;
             Answer(tick + delay_, ack_, link);
@@ -122,6 +132,10 @@ void AckerPeer::HearFrame(Tick tick, PeerLink& link) {
             link.Note(tick + delay_, "The ACK for " + Frame() + " was lost on the line");
             return ExpectAgain(tick, link);
         case AckerFate::Ignore:
+            return ExpectAgain(tick, link);
+        case AckerFate::Say:
+            link.Note(link.Send(tick + delay_, fate.words, 1),
+                      "Answered " + Frame() + " with " + NoteBytes(fate.words));
             return ExpectAgain(tick, link);
     }
 }

@@ -13,13 +13,18 @@
 namespace kp {
 
 // What becomes of a frame that reaches the acker.
-enum class AckerFate : std::uint8_t {
-    Ack,      // acknowledged when it is intact, refused when it is damaged
-    AckLate,  // the same, but the ACK comes 20 ticks later
-    Nak,      // the noise damaged it: refused
-    Busy,     // put off: the card may try again after a pause
-    LostAck,  // taken, but its answer is lost
-    Ignore,   // lost itself
+struct AckerFate {
+    enum Kind : std::uint8_t {
+        Ack,      // acknowledged when it is intact, refused when it is damaged
+        AckLate,  // the same, but the ACK comes 20 ticks later
+        Nak,      // the noise damaged it: refused
+        Busy,     // put off: the card may try again after a pause
+        LostAck,  // taken, but its answer is lost
+        Ignore,   // lost itself
+        Say,      // lost, and other bytes come where its answer should be
+    };
+    Kind kind = Ack;
+    Bytes words;  // that Say sends, as they are
 };
 
 // The far end of a stop-and-wait line: it answers every frame of the card `delay` ticks after its
