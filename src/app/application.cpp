@@ -50,18 +50,11 @@ void TurnAway(Shell& shell) {
     shell.Notice(kTitle, kAlreadyRunning, [&shell] { shell.Quit(); });
 }
 
-int RunWindow(const LaunchOptions& options, const kp::Content& content,
-              zo::platform::System& system) {
+// Plays until the window closes.
+int Play(const LaunchOptions& options, const kp::Content& content, zo::platform::System& system,
+         zo::platform::Window& window) {
     base::Disk& disk = system.SystemDisk();
     const std::filesystem::path data_folder = system.DataFolder();
-    // Read ahead of the shell, so that the window comes up in its size.
-    const bool full_screen = !options.windowed && LoadSettings(disk, data_folder).full_screen;
-    const base::Result<std::unique_ptr<zo::platform::Window>> window =
-        system.OpenWindow({.title = kTitle, .size = options.size, .full_screen = full_screen});
-    if (!window) {
-        std::fprintf(stderr, "%s\n", window.Message().c_str());
-        return 1;
-    }
     // A folder that cannot be made is found out by the first save, which says so.
     (void)disk.MakeFolders(data_folder);
     const auto lock = disk.Lock(data_folder / "lock");
@@ -70,7 +63,7 @@ int RunWindow(const LaunchOptions& options, const kp::Content& content,
     Shell shell({.content = content,
                  .clock = system.SystemClock(),
                  .disk = disk,
-                 .window = window->get(),
+                 .window = &window,
                  .data_folder = data_folder,
                  .nine_wide_face = system.HasNineWideFace(),
                  .persistent = alone,
@@ -78,14 +71,26 @@ int RunWindow(const LaunchOptions& options, const kp::Content& content,
                  .places = GamePlaces(),
                  .complain = Complain});
     shell.OverrideSettings([&](Settings& settings) { Override(settings, options); });
-    shell.SetWindow((*window)->Size(), (*window)->DisplayScale());
+    shell.SetWindow(window.Size(), window.DisplayScale());
     if (alone) {
         shell.Open(Place::Title);
     } else {
         TurnAway(shell);
     }
-    RunFrameLoop(shell, **window, system.SystemClock());
+    RunFrameLoop(shell, window, system.SystemClock());
     return alone ? 0 : 1;
+}
+
+int RunWindow(const LaunchOptions& options, const kp::Content& content,
+              zo::platform::System& system) {
+    // Read ahead of the shell, so that the window comes up in its size.
+    const bool full_screen =
+        !options.windowed && LoadSettings(system.SystemDisk(), system.DataFolder()).full_screen;
+    const base::Result<std::unique_ptr<zo::platform::Window>> window =
+        system.OpenWindow({.title = kTitle, .size = options.size, .full_screen = full_screen});
+    if (window) return Play(options, content, system, **window);
+    std::fprintf(stderr, "%s\n", window.Message().c_str());
+    return 1;
 }
 
 void PrintFonts(zo::platform::System& system) {

@@ -31,6 +31,14 @@ constexpr SceneWord kSceneWords[] = {
     {"overlay-binder", Place::Binder, "crc"},
 };
 
+// Takes the first word off the text.
+std::string_view TakeWord(std::string_view& text, char separator) {
+    const std::size_t end = std::min(text.find(separator), text.size());
+    const std::string_view word = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    return word;
+}
+
 bool Offers(const Places& places, Place place) {
     return places[static_cast<std::size_t>(place)] != nullptr;
 }
@@ -69,9 +77,7 @@ std::vector<std::string> EveryScene(const Places& places) {
         const std::string scene = (overlay ? "bench:" : "") + std::string(row.word);
         scenes.push_back(scene);
         for (std::string_view rest = row.states; !rest.empty();) {
-            const std::size_t end = std::min(rest.find(' '), rest.size());
-            scenes.push_back(scene + ":" + std::string(rest.substr(0, end)));
-            rest.remove_prefix(std::min(end + 1, rest.size()));
+            scenes.push_back(scene + ":" + std::string(TakeWord(rest, ' ')));
         }
     }
     return scenes;
@@ -79,9 +85,7 @@ std::vector<std::string> EveryScene(const Places& places) {
 
 Scene::Scene(std::string_view words) : text_(words) {
     while (!words.empty()) {
-        const std::size_t end = std::min(words.find(':'), words.size());
-        const std::string_view word = words.substr(0, end);
-        words.remove_prefix(std::min(end + 1, words.size()));
+        const std::string_view word = TakeWord(words, ':');
         if (word.empty()) continue;
         (word.starts_with(kOverlay) ? overlays_ : words_).emplace_back(word);
     }

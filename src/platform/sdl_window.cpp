@@ -3,11 +3,11 @@
 #include <SDL.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <utility>
 
+#include "platform/clock.h"
 #include "platform/folders.h"
 #include "presenter.h"
 #include "sdl_input.h"
@@ -70,8 +70,7 @@ private:
 };
 
 double Now() {
-    const auto since = std::chrono::steady_clock::now().time_since_epoch();
-    return std::chrono::duration<double>(since).count();
+    return SteadyClock().Seconds();
 }
 
 // As SDL waits: a negative number is for ever.

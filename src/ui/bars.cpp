@@ -4,6 +4,7 @@
 
 #include "base/utf.h"
 #include "base/wrap.h"
+#include "ui/text_cells.h"
 
 namespace zo::ui {
 namespace {
@@ -13,10 +14,6 @@ constexpr int kNameFrom = 100;     // columns from which the top bar names the p
 constexpr int kLeastMessage = 30;  // cells that a hint leaves to the message
 constexpr int kMostStatusRows = 3;
 constexpr std::string_view kSeparator = " │ ";
-
-int Cells(std::string_view utf8) {
-    return static_cast<int>(base::CodePoints(utf8));
-}
 
 struct KeyRoles {
     Role cap;

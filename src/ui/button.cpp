@@ -85,16 +85,12 @@ bool ButtonRow::Key(const KeyPress& key) {
         focused_ = (focused_ + count + step) % count;
         return true;
     }
-    if (key.Is(Key::Enter)) {
-        Act(focused_);
-        return true;
-    }
     const char32_t letter = LetterOf(key);
-    if (letter == 0) return false;
-    if (letter == U' ') {
+    if (key.Is(Key::Enter) || letter == U' ') {
         Act(focused_);
         return true;
     }
+    if (letter == 0) return false;
     for (int index = 0; index < count; ++index) {
         if (HotkeyOf(index) != letter) continue;
         Act(index);

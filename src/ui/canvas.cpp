@@ -1,6 +1,7 @@
 #include "ui/canvas.h"
 
 #include "base/utf.h"
+#include "ui/text_cells.h"
 
 namespace zo::ui {
 namespace {
@@ -101,7 +102,7 @@ void Canvas::PutMore(int x, int y, Role role) {
 }
 
 int Canvas::TextRight(int right, int y, std::string_view utf8, Role role) {
-    return Text(right - static_cast<int>(base::CodePoints(utf8)), y, utf8, role);
+    return Text(right - Cells(utf8), y, utf8, role);
 }
 
 int Canvas::Text(int x, int y, const Label& label, Role role, Role hot_role) {

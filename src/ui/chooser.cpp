@@ -2,16 +2,14 @@
 
 #include <algorithm>
 
-#include "base/utf.h"
+#include "ui/text_cells.h"
 
 namespace zo::ui {
 
 int ChooserCells(const Chooser& chooser) {
-    std::size_t longest = 0;
-    for (const std::string_view name : chooser.names) {
-        longest = std::max(longest, base::CodePoints(name));
-    }
-    return static_cast<int>(longest) + 4;
+    int longest = 0;
+    for (const std::string_view name : chooser.names) longest = std::max(longest, Cells(name));
+    return longest + 4;
 }
 
 int Stepped(const Chooser& chooser, int by) {

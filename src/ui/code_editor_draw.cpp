@@ -5,6 +5,7 @@
 #include "base/wrap.h"
 #include "text_search.h"
 #include "ui/code_editor.h"
+#include "ui/text_cells.h"
 #include "vi/machine.h"
 
 namespace zo::ui {
@@ -25,10 +26,6 @@ bool HasGlyph(char16_t c) {
 CaretShape ShapeIn(Look look, bool commands) {
     if (commands) return CaretShape::Block;
     return look == Look::Classic ? CaretShape::LowerThird : CaretShape::Bar;
-}
-
-int Cells(std::string_view utf8) {
-    return static_cast<int>(base::CodePoints(utf8));
 }
 
 }  // namespace

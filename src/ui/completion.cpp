@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "base/utf.h"
+#include "ui/text_cells.h"
 
 namespace zo::ui {
 namespace {
@@ -15,10 +15,6 @@ bool BeginsWith(std::string_view text, std::string_view word) {
     return text.size() >= word.size() &&
            std::equal(word.begin(), word.end(), text.begin(),
                       [](char a, char b) { return Lower(a) == Lower(b); });
-}
-
-int Cells(std::string_view utf8) {
-    return static_cast<int>(base::CodePoints(utf8));
 }
 
 constexpr int kBetween = 3;  // cells between an item and its detail

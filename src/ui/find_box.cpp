@@ -1,8 +1,8 @@
 #include "ui/find_box.h"
 
 #include "base/format.h"
-#include "base/utf.h"
 #include "ui/button.h"
+#include "ui/text_cells.h"
 
 namespace zo::ui {
 namespace {
@@ -40,7 +40,7 @@ int FindBox::DrawCount(Canvas& canvas, int right, int y) const {
     const bool none = found_ == 0;
     const std::string text = none ? "none" : base::Format("%d of %d", at_, found_);
     canvas.TextRight(right - 1, y, text, none ? Role::Warn : Role::PanelDim);
-    return right - 2 - static_cast<int>(base::CodePoints(text));
+    return right - 2 - Cells(text);
 }
 
 void FindBox::Draw(Canvas& canvas, Pressables& pressables, const Rect& row, bool focused) {

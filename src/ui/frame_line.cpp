@@ -1,16 +1,8 @@
 #include "ui/frame_line.h"
 
-#include "base/utf.h"
+#include "ui/text_cells.h"
 
 namespace zo::ui {
-namespace {
-
-int Cells(std::string_view utf8) {
-    return static_cast<int>(base::CodePoints(utf8));
-}
-
-}  // namespace
-
 FrameLine::FrameLine(Canvas& canvas, const Rect& box, Edge edge, int indent)
     : canvas_(canvas),
       y_(edge == Edge::Top ? box.y : box.Bottom() - 1),

@@ -1,6 +1,7 @@
 #include "ui/label.h"
 
 #include "base/utf.h"
+#include "ui/text_cells.h"
 
 namespace zo::ui {
 
@@ -15,8 +16,7 @@ Label::Label(std::string_view marked) : before(marked) {
 }
 
 int Label::Cells() const {
-    return static_cast<int>(base::CodePoints(before) + base::CodePoints(hot) +
-                            base::CodePoints(after));
+    return zo::ui::Cells(before) + zo::ui::Cells(hot) + zo::ui::Cells(after);
 }
 
 char32_t Label::Hotkey() const {

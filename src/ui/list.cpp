@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "base/utf.h"
 #include "ui/key_grammar.h"
+#include "ui/text_cells.h"
 
 namespace zo::ui {
 namespace {
@@ -12,8 +12,9 @@ constexpr int kMargin = 1;     // rows kept in sight around the chosen one
 constexpr int kMarkCells = 3;  // pointer, mark, blank
 constexpr int kHeadingAt = 1;
 
-int Cells(std::string_view utf8) {
-    return static_cast<int>(base::CodePoints(utf8));
+RowState StateOf(bool chosen, bool focused) {
+    if (!chosen) return RowState::Plain;
+    return focused ? RowState::Chosen : RowState::ChosenWithoutFocus;
 }
 
 }  // namespace
@@ -156,10 +157,7 @@ void List::DrawRow(Canvas& canvas, Pressables& pressables, const Rect& at, int i
     cut.clear();
     if (row.kind == RowKind::Heading) return DrawHeading(canvas, at, row);
     const bool is_chosen = index == chosen_;
-    const RowState state = !is_chosen ? RowState::Plain
-                           : focused  ? RowState::Chosen
-                                      : RowState::ChosenWithoutFocus;
-    const Surface& surface = RowSurface(state, form_.surface);
+    const Surface& surface = RowSurface(StateOf(is_chosen, focused), form_.surface);
     const bool locked = row.kind == RowKind::Locked;
     const Role own = locked ? surface.dim : surface.text;
     const auto role_of = [&](const ListCell& cell) {

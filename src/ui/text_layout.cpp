@@ -3,13 +3,10 @@
 #include <algorithm>
 
 #include "base/utf.h"
+#include "ui/text_cells.h"
 
 namespace zo::ui {
 namespace {
-
-int Cells(std::string_view utf8) {
-    return static_cast<int>(base::CodePoints(utf8));
-}
 
 std::vector<base::LineRange> Lines(const Paragraph& paragraph, int width) {
     switch (paragraph.wrap) {

@@ -4,6 +4,7 @@
 
 #include "base/utf.h"
 #include "ui/key_grammar.h"
+#include "ui/text_cells.h"
 
 namespace zo::ui {
 namespace {
@@ -225,39 +226,45 @@ Role TextPane::RoleAt(const TextPlace& place, const Link* link, bool focused) co
     return paragraph.role;
 }
 
+void TextPane::DrawLabel(Canvas& canvas, const Rect& at, const TextLayout::Row& row) const {
+    const Paragraph& paragraph = layout_.ParagraphOf(row);
+    const bool selected = Selection().Holds({row.paragraph, 0});
+    canvas.Text(at.x, at.y, paragraph.label, selected ? Role::EditSel : paragraph.label_role);
+    canvas.TextRight(at.Right(), at.y, paragraph.right, paragraph.label_role);
+}
+
 void TextPane::DrawRow(Canvas& canvas, Pressables& pressables, const Rect& at,
                        const TextLayout::Row& row, bool focused) {
+    if (row.first) DrawLabel(canvas, at, row);
     const Paragraph& paragraph = layout_.ParagraphOf(row);
-    if (row.first) {
-        const bool selected = Selection().Holds({row.paragraph, 0});
-        canvas.Text(at.x, at.y, paragraph.label, selected ? Role::EditSel : paragraph.label_role);
-        canvas.TextRight(at.Right(), at.y, paragraph.right, paragraph.label_role);
-    }
     const Rect text = {at.x + row.indent, at.y, at.width - row.indent, 1};
     const Canvas::Clip clip(canvas, text);
-    const int shift = paragraph.wrap == Wrap::Kept ? left_ : 0;
-    int x = text.x - shift;
-    int link_x = x;  // where the link that is being drawn began
-    const Link* before = nullptr;
-    const auto end_link = [&](const Link* next) {
-        if (next == before) return;
-        if (before) {
-            const Rect area = Intersect({link_x, at.y, x - link_x, 1}, text);
-            pressables.Add(area, Of(*before).hint).act = Of(*before).act;
-        }
-        before = next;
-        link_x = x;
-    };
+    const int start = text.x - (paragraph.wrap == Wrap::Kept ? left_ : 0);
+    int x = start;
     for (std::size_t byte = row.at.from; byte < row.at.to; ++x) {
         const TextPlace place = {row.paragraph, byte};
         const Link* link = LinkAt(place);
-        end_link(link);
         canvas.Put(x, at.y, base::NextCodePoint(paragraph.text, byte), RoleAt(place, link, focused),
                    link ? Style::Underline : Style::Plain);
     }
-    end_link(nullptr);
-    if (shift > 0 && x > text.x) canvas.Put(text.x, at.y, U'«', Role::PanelDim);
+    if (start < text.x && x > text.x) canvas.Put(text.x, at.y, U'«', Role::PanelDim);
     if (x > text.Right()) canvas.Put(text.Right() - 1, at.y, U'»', Role::PanelDim);
+    AddLinks(pressables, row, start, text);
+}
+
+// The parts of links in a row whose characters begin at this column, as far as they are in sight.
+void TextPane::AddLinks(Pressables& pressables, const TextLayout::Row& row, int start,
+                        const Rect& sight) const {
+    const std::string_view text = layout_.ParagraphOf(row).text;
+    for (const Link& link : links_) {
+        if (link.at.from.paragraph != row.paragraph) continue;
+        const std::size_t from = std::max(link.at.from.byte, row.at.from);
+        const std::size_t to = std::min(link.at.to.byte, row.at.to);
+        if (from >= to) continue;
+        const int x = start + Cells(text.substr(row.at.from, from - row.at.from));
+        const Rect area = {x, sight.y, Cells(text.substr(from, to - from)), 1};
+        pressables.Add(Intersect(area, sight), Of(link).hint).act = Of(link).act;
+    }
 }
 
 }  // namespace zo::ui

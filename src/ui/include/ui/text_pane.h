@@ -61,8 +61,11 @@ private:
     bool StepLink(int step);
     bool ScrollSideways(int by);
 
+    void DrawLabel(Canvas& canvas, const Rect& at, const TextLayout::Row& row) const;
     void DrawRow(Canvas& canvas, Pressables& pressables, const Rect& at, const TextLayout::Row& row,
                  bool focused);
+    void AddLinks(Pressables& pressables, const TextLayout::Row& row, int start,
+                  const Rect& sight) const;
     const TextLink& Of(const Link& link) const;
     const Link* LinkAt(const TextPlace& place) const;
     Role RoleAt(const TextPlace& place, const Link* link, bool focused) const;
