@@ -27,6 +27,16 @@ std::uint32_t Names::Intern(std::string_view text) {
     return Count() - 1;
 }
 
+std::uint32_t Names::Find(std::string_view text) const {
+    const std::uint32_t hash = Hash(text);
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t slot = hash & mask; slots_[slot] != 0; slot = (slot + 1) & mask) {
+        const Entry& entry = entries_[slots_[slot] - 1];
+        if (entry.hash == hash && entry.text == text) return slots_[slot] - 1;
+    }
+    return kUnknown;
+}
+
 void Names::Grow() {
     slots_.assign(slots_.size() * 2, 0);
     const std::size_t mask = slots_.size() - 1;

@@ -10,8 +10,11 @@ namespace hum {
 // arrival, by which tables can be indexed.
 class Names {
 public:
+    static constexpr std::uint32_t kUnknown = 0xffffffff;
+
     Names();
     std::uint32_t Intern(std::string_view text);
+    std::uint32_t Find(std::string_view text) const;  // or kUnknown
     std::string_view Text(std::uint32_t name) const { return entries_[name].text; }
     std::uint32_t Count() const { return static_cast<std::uint32_t>(entries_.size()); }
 

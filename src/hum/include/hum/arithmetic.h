@@ -1,0 +1,58 @@
+#pragma once
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+namespace hum {
+
+// What the language's operators do to ints and floats, where the processor's own would trap or
+// differ: the compiler works out constants by the same rules by which the machine runs.
+
+inline std::int32_t Wrapped(std::uint32_t value) {
+    return static_cast<std::int32_t>(value);
+}
+
+inline std::int32_t Add(std::int32_t a, std::int32_t b) {
+    return Wrapped(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
+}
+
+inline std::int32_t Subtract(std::int32_t a, std::int32_t b) {
+    return Wrapped(static_cast<std::uint32_t>(a) - static_cast<std::uint32_t>(b));
+}
+
+inline std::int32_t Multiply(std::int32_t a, std::int32_t b) {
+    return Wrapped(static_cast<std::uint32_t>(a) * static_cast<std::uint32_t>(b));
+}
+
+inline std::int32_t Divide(std::int32_t a, std::int32_t b) {
+    if (b == 0) return 0;
+    return b == -1 ? Subtract(0, a) : a / b;
+}
+
+inline std::int32_t Remainder(std::int32_t a, std::int32_t b) {
+    return b == 0 || b == -1 ? 0 : a % b;
+}
+
+inline std::int32_t ShiftLeft(std::int32_t a, std::int32_t b) {
+    return Wrapped(static_cast<std::uint32_t>(a) << (b & 31));
+}
+
+inline std::int32_t ShiftRight(std::int32_t a, std::int32_t b) {
+    return a >> (b & 31);
+}
+
+inline std::int32_t ShiftRightZeros(std::int32_t a, std::int32_t b) {
+    return Wrapped(static_cast<std::uint32_t>(a) >> (b & 31));
+}
+
+// Towards zero, held to the range of ints; not a number is 0.
+inline std::int32_t ToInt(float value) {
+    if (std::isnan(value)) return 0;
+    if (value >= 2147483648.0f) return std::numeric_limits<std::int32_t>::max();
+    if (value <= -2147483648.0f) return std::numeric_limits<std::int32_t>::min();
+    return static_cast<std::int32_t>(value);
+}
+
+}  // namespace hum
