@@ -2,7 +2,6 @@
 
 #include <cstdio>
 
-#include "automation.h"
 #include "game_places.h"
 #include "scene.h"
 
@@ -28,6 +27,15 @@ void RunFrames(Shell& shell, VirtualClock& clock, double seconds) {
 
 }  // namespace
 
+void ShowScene(std::string_view words, double delay_seconds, VirtualClock& clock, Shell& shell) {
+    shell.HoldCaret();
+    Scene scene(words);
+    scene.Build(shell);
+    RunFrames(shell, clock, delay_seconds > 0 ? delay_seconds : scene.DelaySeconds());
+    scene.OpenOverlays(shell);
+    RunFrames(shell, clock, kFrameSeconds);
+}
+
 int RunCapture(const LaunchOptions& options, const kp::Content& content,
                zo::platform::System& system) {
     const TemporaryFolder folder(system);
@@ -42,15 +50,7 @@ int RunCapture(const LaunchOptions& options, const kp::Content& content,
                  .places = GamePlaces()});
     shell.OverrideSettings([&](Settings& settings) { Override(settings, options); });
     shell.SetWindow(options.size, DisplayScale(options.dots_per_inch));
-    shell.HoldCaret();
-
-    Scene scene(options.scene);
-    scene.Build(shell);
-    RunFrames(shell, clock,
-              options.capture_delay > 0 ? options.capture_delay : scene.DelaySeconds());
-    scene.OpenOverlays(shell);
-    RunFrames(shell, clock, kFrameSeconds);
-
+    ShowScene(options.scene, options.capture_delay, clock, shell);
     const base::Status written = system.WritePicture(shell.Draw(), options.size, options.capture);
     if (written) return 0;
     std::fprintf(stderr, "capture: %s\n", written.Message().c_str());

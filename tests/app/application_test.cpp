@@ -26,10 +26,6 @@ const fake::Picture& Capture(fake::System& system, std::vector<std::string_view>
     return system.pictures.at("out.png");
 }
 
-std::string LastRow(const zo::ui::Frame& frame, int from_end) {
-    return fake::Row(frame, frame.grid.rows - from_end);
-}
-
 }  // namespace
 
 TEST_CASE("without a window there is a sentence and a failure") {
@@ -56,23 +52,28 @@ TEST_CASE("nothing is drawn while nothing changes") {
     CHECK(system.clock.seconds == 0);
 }
 
-TEST_CASE("a picture has the size, the look and the text that were asked for") {
+TEST_CASE("a picture has the size, the look, the text and the scene that were asked for") {
     const struct {
         std::vector<std::string_view> arguments;
         int columns, rows;
+        std::string_view shows;
     } cases[] = {
-        {{"--width", "640", "--height", "400"}, 80, 25},
-        {{"--width", "640", "--height", "400", "--text", "normal"}, 160, 50},
-        {{"--width", "1280", "--height", "800", "--text", "normal"}, 160, 50},
-        {{"--width", "1280", "--height", "800", "--look", "modern"}, 142, 40},
-        {{"--width", "320", "--height", "240"}, 160, 60},
+        {{"--width", "640", "--height", "400"}, 80, 25, "LC-1 service bench"},
+        {{"--width", "1280", "--height", "800", "--text", "normal"}, 160, 50, "LC-1 service bench"},
+        {{"--width", "1280", "--height", "800", "--look", "modern"}, 142, 40, "LC-1 service bench"},
+        {{"--fresh", "--scene", "bench"}, 80, 25, "1-01 Carrier Check"},
+        {{"--scene", "1-02-loopback"}, 80, 25, "1-02 Loopback"},
+        {{"--scene", "1-01-carrier-check:results"}, 80, 25, "═ VERIFY ═"},
+        {{"--scene", "shift-1:overlay-pause"}, 80, 25, "═ MENU ═"},
     };
     for (const auto& c : cases) {
+        CAPTURE(c.shows);
         fake::System system;
         const fake::Picture& picture = Capture(system, c.arguments);
         CHECK(picture.frame.grid.columns == c.columns);
         CHECK(picture.frame.grid.rows == c.rows);
-        CHECK(fake::Text(picture.frame).find("LC-1 service bench") != std::string::npos);
+        CHECK(fake::Text(picture.frame).find(c.shows) != std::string::npos);
+        CHECK(system.disk.files.empty());
     }
 }
 
@@ -85,12 +86,6 @@ TEST_CASE("a picture leaves the player's files alone and cleans up behind itself
     CHECK(system.disk.files ==
           std::map<std::filesystem::path, std::string>{{"data/progress.json", mine}});
     CHECK(system.screen.frames.empty());
-}
-
-TEST_CASE("a scene puts its overlay over its screen") {
-    fake::System system;
-    const fake::Picture& picture = Capture(system, {"--scene", "title:overlay-pause"});
-    CHECK(LastRow(picture.frame, 1) == " ↑↓ Choose  Enter Open  Esc Close");
 }
 
 TEST_CASE("two pictures of one scene are the same") {
@@ -156,26 +151,6 @@ TEST_CASE("content comes from the folder that the environment names") {
     CHECK(place() == " MENU");
 }
 
-TEST_CASE("a new player solves the first ticket, and the next run remembers it") {
-    fake::System system;
-    const std::vector<std::string_view> arguments = {"--width", "640", "--height", "400"};
-    Feed(system, "<Enter><Ctrl+End>");
-    for (int k = 0; k < 3; ++k) Feed(system, "<Enter>tx $55<Enter>tx $AA");
-    Feed(system, "<Enter>halt");
-    CHECK(Run(system, arguments) == 0);  // the window is closed from outside
-    const std::string firmware = system.disk.files["data/firmware/1-01-carrier-check.lc1"];
-    CHECK(firmware.ends_with("tx $55\ntx $AA\ntx $55\ntx $AA\nhalt"));
-
-    Feed(system, "<Enter><F8><Home>");  // any key ends the show of the marks
-    CHECK(Run(system, arguments) == 0);
-    CHECK(fake::Text(system.screen.frames.back()).find(" passed. First solve.") !=
-          std::string::npos);
-
-    system.screen.frames.clear();
-    CHECK(Run(system, arguments) == 0);
-    CHECK(LastRow(system.screen.frames.front(), 2) == " Opens Carrier Check on the bench.");
-}
-
 TEST_CASE("a second copy says so in one sentence, leaves, and writes nothing") {
     fake::System system;
     system.disk.locked = true;
@@ -190,36 +165,4 @@ TEST_CASE("a second copy says so in one sentence, leaves, and writes nothing") {
           "║                    ▀▀▀▀▀▀                  ║\n"
           "╚════════════════════════════════════════════╝\n");
     CHECK(system.disk.files.empty());
-}
-
-TEST_CASE("the command line changes the settings for its run alone") {
-    fake::System system;
-    CHECK(Run(system, {"--width", "640", "--height", "400", "--text", "normal"}) == 0);
-    CHECK(system.screen.frames.back().grid.look == zo::ui::Look::Modern);
-    const int columns = system.screen.frames.back().grid.columns;
-    CHECK(Run(system, {"--width", "640", "--height", "400", "--look", "classic"}) == 0);
-    CHECK(system.screen.frames.back().grid.look == zo::ui::Look::Classic);
-    CHECK(Run(system, {"--width", "640", "--height", "400"}) == 0);
-    CHECK(system.screen.frames.back().grid.look == zo::ui::Look::Modern);
-    CHECK(system.screen.frames.back().grid.columns < columns);
-}
-
-TEST_CASE("a scene brings the bench into the state it names") {
-    const struct {
-        std::string_view scene;
-        std::string_view shows;
-    } cases[] = {
-        {"bench", "1-01 Carrier Check"},
-        {"1-02-loopback", "1-02 Loopback"},
-        {"shift-1:bench", "1-01 Carrier Check"},
-        {"1-01-carrier-check:results", "═ VERIFY ═"},
-        {"1-01-carrier-check:overlay-pause", "═ MENU ═"},
-    };
-    for (const auto& c : cases) {
-        CAPTURE(c.scene);
-        fake::System system;
-        const fake::Picture& picture = Capture(system, {"--scene", c.scene, "--fresh"});
-        CHECK(fake::Text(picture.frame).find(c.shows) != std::string::npos);
-        CHECK(system.disk.files.empty());
-    }
 }

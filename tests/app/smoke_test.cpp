@@ -35,24 +35,6 @@ Outcome Smoke(const kp::Content& content, fake::System& system) {
 
 }  // namespace
 
-TEST_CASE("the smoke run finds nothing wrong, says each check once, and leaves no file") {
-    fake::System system;
-    system.disk.files["data/progress.json"] = "{}";
-    const Outcome outcome = Smoke(BuiltIn(), system);
-    CHECK(outcome.code == 0);
-    for (const std::string& line : outcome.lines) {
-        CAPTURE(line);
-        CHECK(outcome.Says(line));
-        CHECK((line.ends_with(": ok") || line.find(" ok: ") != std::string::npos));
-    }
-    for (const kp::LoadedTicket* loaded : BuiltIn().Tickets()) {
-        CHECK(outcome.Says(loaded->ticket.id + " reference: ok"));
-    }
-    CHECK(outcome.Says("large grid at 600x380: ok"));
-    CHECK(outcome.Says("automation ok: temp profile, OS input ignored, no reset"));
-    CHECK(system.disk.files.size() == 1);
-}
-
 TEST_CASE("the smoke run names what is wrong with the content, and fails") {
     using kp::Content;
     const struct {

@@ -9,8 +9,8 @@
 #include <functional>
 #include <set>
 
-#include "automation.h"
 #include "base/format.h"
+#include "capture.h"
 #include "game_places.h"
 #include "gpu/picture.h"
 #include "picture_faults.h"
@@ -125,12 +125,7 @@ public:
             settings.theme = 0;
         });
         shell_.SetWindow(view.window, 1);
-        shell_.HoldCaret();
-        Kest::Scene scene(sight.scene);
-        scene.Build(shell_);
-        Run(scene.DelaySeconds());
-        scene.OpenOverlays(shell_);
-        Run(Kest::kFrameSeconds);
+        Kest::ShowScene(sight.scene, 0, clock_, shell_);
     }
     const Frame& Draw(int theme) {
         shell_.OverrideSettings([&](Kest::Settings& settings) { settings.theme = theme; });
@@ -138,14 +133,6 @@ public:
     }
 
 private:
-    void Run(double seconds) {
-        for (const double end = clock_.Seconds() + seconds; clock_.Seconds() < end;) {
-            clock_.NextFrame();
-            shell_.Advance();
-            if (shell_.NeedsDraw()) shell_.Draw();
-        }
-    }
-
     fake::Disk disk_;
     Kest::VirtualClock clock_;
     Kest::Shell shell_;
