@@ -6,35 +6,16 @@
 #include <cstdlib>
 #include <string>
 
-#include "platform/sdl_window.h"
+#include "scripted_window.h"
 
-using zo::platform::PixelBuffer;
+using platform_test::kSize;
+using platform_test::Script;
 using zo::platform::PixelRect;
 using Rects = std::vector<PixelRect>;
 
 namespace {
 
-constexpr zo::ui::PixelSize kSize = {640, 400};
 constexpr std::uint32_t kFirst = 0x112233, kSecond = 0x445566, kScribble = 0x778899;
-
-// Fills the whole picture with its colour, and says of it what it is told to say.
-struct Script {
-    std::uint32_t colour = kFirst;
-    Rects changed = {{0, 0, kSize.width, kSize.height}};
-};
-
-class ScriptedPainter final : public zo::platform::Painter {
-public:
-    explicit ScriptedPainter(const Script& script) : script_(script) {}
-    const Rects& Paint(const zo::ui::Frame&, PixelBuffer& buffer) override {
-        const auto [width, height] = buffer.size;
-        buffer.pixels.assign(static_cast<std::size_t>(width * height), script_.colour);
-        return script_.changed;
-    }
-
-private:
-    const Script& script_;
-};
 
 // What the program says on the error stream while this lives.
 class ErrorStream {
@@ -67,20 +48,14 @@ private:
 // A window of the presenter named, without a display, whose pixels can be looked at.
 struct Screen {
     explicit Screen(const char* presenter) {
-        SDL_SetHint(SDL_HINT_VIDEODRIVER, "dummy");
         presenter ? setenv("ZO_GPU_RENDERER", presenter, 1) : unsetenv("ZO_GPU_RENDERER");
-        auto opened = zo::platform::OpenSdlWindow({.title = "Vantor Kest", .size = kSize},
-                                                  std::make_unique<ScriptedPainter>(script));
+        window = platform_test::OpenWindow(script);
         unsetenv("ZO_GPU_RENDERER");
-        REQUIRE_MESSAGE(opened, opened.Message());
-        window = std::move(*opened);
-        window->Show({});
-        while (window->NextEvent(0)) continue;  // of a window that came up
         window->Show({});
     }
 
     void Show(std::uint32_t colour, const Rects& changed) {
-        script = {colour, changed};
+        script = {.colour = colour, .changed = changed};
         window->Show({});
     }
     // What the window shows.

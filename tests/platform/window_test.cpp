@@ -6,10 +6,11 @@
 #include <cstring>
 #include <variant>
 
-#include "platform/sdl_window.h"
+#include "scripted_window.h"
 
-using zo::platform::PixelBuffer;
-using zo::platform::PixelRect;
+using platform_test::OpenWindow;
+using platform_test::Script;
+using platform_test::ScriptedPainter;
 using zo::ui::InputEvent;
 using zo::ui::Key;
 using zo::ui::KeyPress;
@@ -17,34 +18,6 @@ using zo::ui::PointerInput;
 using zo::ui::TextInput;
 
 namespace {
-
-// Counts its calls and fills the picture with one colour.
-class PlainPainter final : public zo::platform::Painter {
-public:
-    explicit PlainPainter(int& calls) : calls_(calls) {}
-    const std::vector<PixelRect>& Paint(const zo::ui::Frame&, PixelBuffer& buffer) override {
-        ++calls_;
-        const auto [width, height] = buffer.size;
-        buffer.pixels.assign(static_cast<std::size_t>(width * height), 0x123456);
-        changed_.assign(1, {0, 0, width, height});
-        return changed_;
-    }
-
-private:
-    int& calls_;
-    std::vector<PixelRect> changed_;
-};
-
-std::unique_ptr<zo::platform::Window> OpenWindow(int& paints) {
-    SDL_SetHint(SDL_HINT_VIDEODRIVER, "dummy");
-    auto window = zo::platform::OpenSdlWindow({.title = "Vantor Kest", .size = {640, 400}},
-                                              std::make_unique<PlainPainter>(paints));
-    REQUIRE_MESSAGE(window, window.Message());
-    (*window)->Show({});  // it comes up with its first frame
-    paints = 0;
-    while ((*window)->NextEvent(0)) continue;
-    return std::move(*window);
-}
 
 void PushKey(SDL_Keycode code, int mod, SDL_Scancode scancode = SDL_SCANCODE_UNKNOWN) {
     SDL_Event event = {};
@@ -80,8 +53,8 @@ std::string Written(zo::platform::Window& window) {
 }  // namespace
 
 TEST_CASE("keys arrive as names, characters also as text, shortcuts without it") {
-    int paints = 0;
-    const auto window = OpenWindow(paints);
+    Script script;
+    const auto window = OpenWindow(script);
     const struct {
         SDL_Keycode code;
         int mod;
@@ -118,8 +91,8 @@ TEST_CASE("keys arrive as names, characters also as text, shortcuts without it")
 }
 
 TEST_CASE("the wheel turned sideways is the wheel with Shift") {
-    int paints = 0;
-    const auto window = OpenWindow(paints);
+    Script script;
+    const auto window = OpenWindow(script);
     const struct {
         int x, y;
         Uint32 direction;
@@ -146,13 +119,13 @@ TEST_CASE("the wheel turned sideways is the wheel with Shift") {
 }
 
 TEST_CASE("a window shows, waits no longer than asked, and closes when told to") {
-    int paints = 0;
-    const auto window = OpenWindow(paints);
+    Script script;
+    const auto window = OpenWindow(script);
     CHECK(window->Size() == zo::ui::PixelSize{640, 400});
     zo::ui::Frame frame;
     window->Show(frame);
     window->Show(frame);
-    CHECK(paints == 2);
+    CHECK(script.paints == 2);
 
     const auto start = std::chrono::steady_clock::now();
     CHECK_FALSE(window->NextEvent(0.03));
@@ -174,9 +147,9 @@ TEST_CASE("a window shows, waits no longer than asked, and closes when told to")
 TEST_CASE("without a display the failure says so, and what works without one") {
     SDL_ResetHint(SDL_HINT_VIDEODRIVER);
     for (const char* name : {"SDL_VIDEODRIVER", "DISPLAY", "WAYLAND_DISPLAY"}) unsetenv(name);
-    int paints = 0;
+    Script script;
     const auto window = zo::platform::OpenSdlWindow({.title = "Vantor Kest", .size = {320, 200}},
-                                                    std::make_unique<PlainPainter>(paints));
+                                                    std::make_unique<ScriptedPainter>(script));
     CHECK_FALSE(window);
     CHECK(window.Message() ==
           "There is no display to open a window on. lc1 and --capture work without one.");
