@@ -2,8 +2,9 @@
 
 #include <doctest/doctest.h>
 
-#include <algorithm>
 #include <cmath>
+
+#include "support/contrast.h"
 
 using zo::ui::Colours;
 using zo::ui::Ink;
@@ -16,19 +17,8 @@ using zo::ui::RoleName;
 
 namespace {
 
-double Linear(std::uint8_t channel) {
-    const double coded = channel / 255.0;
-    return coded <= 0.03928 ? coded / 12.92 : std::pow((coded + 0.055) / 1.055, 2.4);
-}
-
-double Luminance(Rgb colour) {
-    return 0.2126 * Linear(colour.r) + 0.7152 * Linear(colour.g) + 0.0722 * Linear(colour.b);
-}
-
-// The contrast ratio of the Web Content Accessibility Guidelines 2.
 double Contrast(const Ink& colours) {
-    const double ink = Luminance(colours.ink), ground = Luminance(colours.ground);
-    return (std::max(ink, ground) + 0.05) / (std::min(ink, ground) + 0.05);
+    return support::Contrast(support::Luminance(colours.ink), support::Luminance(colours.ground));
 }
 
 double LeastContrast(RoleKind kind) {

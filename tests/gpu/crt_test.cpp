@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "canvas.h"
+#include "support/contrast.h"
 
 using namespace gpu_test;
 
@@ -17,14 +18,9 @@ zo::platform::PixelBuffer Tube(int cell_width, zo::ui::Rgb colour, int columns =
     return Painted(frame);
 }
 
-double Linear(std::uint32_t channel) {
-    const double coded = channel / 255.0;
-    return coded <= 0.03928 ? coded / 12.92 : std::pow((coded + 0.055) / 1.055, 2.4);
-}
-
 double Luminance(std::uint32_t pixel) {
-    return 0.2126 * Linear(pixel >> 16) + 0.7152 * Linear(pixel >> 8 & 0xFF) +
-           0.0722 * Linear(pixel & 0xFF);
+    const auto channel = [=](int shift) { return static_cast<std::uint8_t>(pixel >> shift); };
+    return support::Luminance({channel(16), channel(8), channel(0)});
 }
 
 // Of two plain tubes at this place, over the rows of six font pixels from there.
@@ -35,7 +31,7 @@ double Contrast(const zo::platform::PixelBuffer& ink, const zo::platform::PixelB
         light += Luminance(At(ink, x, y + row)) / 6;
         dark += Luminance(At(ground, x, y + row)) / 6;
     }
-    return (light + 0.05) / (dark + 0.05);
+    return support::Contrast(light, dark);
 }
 
 int Grey(double factor) {
