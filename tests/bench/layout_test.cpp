@@ -92,46 +92,6 @@ TEST_CASE("the bench's panes tile the body of every grid and keep their least si
     CHECK(wrong == 0);
 }
 
-TEST_CASE("the panes stand where the bench is drawn by hand") {
-    const struct {
-        BenchShape shape;
-        std::vector<std::pair<Panel, Rect>> panels;
-    } cases[] = {
-        {{.columns = 160, .rows = 50, .lanes = 7, .card_rows = 12},
-         {{Panel::Ticket, {0, 1, 48, 27}},
-          {Panel::Hints, {0, 28, 48, 9}},
-          {Panel::Firmware, {48, 1, 68, 36}},
-          {Panel::Card, {116, 1, 44, 14}},
-          {Panel::Spec, {116, 15, 44, 11}},
-          {Panel::Host, {116, 26, 44, 11}},
-          {Panel::Strip, {0, 37, 160, 1}},
-          {Panel::Trace, {0, 38, 116, 10}},
-          {Panel::Notes, {116, 38, 44, 10}}}},
-        {{.columns = 106, .rows = 30, .lanes = 7, .card_rows = 17},
-         {{Panel::Firmware, {0, 1, 43, 18}},
-          {Panel::Ticket, {43, 1, 36, 18}},
-          {Panel::Host, {43, 1, 36, 18}},
-          {Panel::Card, {79, 1, 27, 18}},
-          {Panel::Strip, {0, 19, 106, 1}},
-          {Panel::Trace, {0, 20, 106, 8}}}},
-        {{.columns = 80, .rows = 25, .lanes = 3, .coached = true, .host = false},
-         {{Panel::Firmware, {0, 1, 46, 16}},
-          {Panel::Ticket, {46, 1, 34, 16}},
-          {Panel::Card, {46, 1, 34, 16}},
-          {Panel::Host, {}},
-          {Panel::Strip, {0, 17, 80, 1}},
-          {Panel::Trace, {0, 18, 80, 4}}}},
-    };
-    for (const auto& c : cases) {
-        const BenchLayout layout = LayOutBench(c.shape);
-        for (const auto& [panel, place] : c.panels) {
-            CAPTURE(c.shape.columns);
-            CAPTURE(static_cast<int>(panel));
-            CHECK(layout.Of(panel) == place);
-        }
-    }
-}
-
 TEST_CASE("a grid too small for the bench gets the layout of the least one") {
     const BenchLayout least = LayOutBench({.columns = 80, .rows = 25});
     CHECK(LayOutBench({.columns = 40, .rows = 12}).panels == least.panels);

@@ -36,14 +36,6 @@ std::string Joined(const std::set<std::string>& names) {
     return text;
 }
 
-std::string KeysOfStage(int stage) {
-    std::set<std::string> names;
-    for (const Kest::BenchKey& key : Kest::BenchKeys()) {
-        if (key.stage == stage) names.insert(zo::ui::KeyName(key.key));
-    }
-    return Joined(names);
-}
-
 }  // namespace
 
 TEST_CASE("the binder lists the bench's keys, all of them and no others") {
@@ -55,14 +47,6 @@ TEST_CASE("the binder lists the bench's keys, all of them and no others") {
     }
     for (const Kest::BenchKey& key : Kest::BenchKeys()) known.insert(zo::ui::KeyName(key.key));
     CHECK(Joined(listed) == Joined(known));
-}
-
-TEST_CASE("the keys come when the binder says") {
-    CHECK(KeysOfStage(0) ==
-          "Alt+C\nAlt+H\nAlt+N\nAlt+O\nAlt+S\nAlt+T\nCtrl+Enter\nCtrl+S\nCtrl+Shift+Tab\nCtrl+Tab\n"
-          "Esc\nF5\nF8\nShift+F8\n");
-    CHECK(KeysOfStage(2) == "Alt+Down\nAlt+Up\nF10\nF7\n");
-    CHECK(KeysOfStage(3).empty());
 }
 
 TEST_CASE("the binder gives the speeds of a run") {

@@ -141,10 +141,3 @@ TEST_CASE("modern lines are two pixels thick from a display scale of 1.75, where
         CHECK(grid.line_pixels == c.line_pixels);
     }
 }
-
-TEST_CASE("margins are told in units in which a cell is nine wide") {
-    const Grid grid = SizeGrid({.window = {1366, 768}});
-    CHECK(grid.LeftPixels() == 0);
-    CHECK(grid.TopPixels() == 6);
-    CHECK(grid.top_margin == doctest::Approx(6 * 9 / 7.0));
-}

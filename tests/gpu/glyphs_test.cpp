@@ -119,17 +119,6 @@ TEST_CASE("modern letters stand whole on one baseline in rows that differ by a p
     }
 }
 
-TEST_CASE("modern letters are heavier in cells up to eight pixels wide") {
-    const auto ink = [](int width) {
-        const auto buffer = Painted(Text(Modern(width, 6, 1), {"Hnomil"}));
-        std::uint64_t sum = 0;
-        for (const std::uint32_t pixel : buffer.pixels) sum += pixel & 0xFF;
-        return static_cast<double>(sum) / 255 / (width * width);
-    };
-    CHECK(ink(8) > 1.05 * ink(9));
-    CHECK(ink(9) == doctest::Approx(ink(18)).epsilon(0.05));
-}
-
 TEST_CASE("modern pointers are even on both sides, and stand in the middle of the letters") {
     for (const int width : {5, 7, 8, 9, 15, 18}) {
         CAPTURE(width);
