@@ -53,12 +53,15 @@ void Mixer::Mix(std::span<Frame> frames) {
 void Mixer::MixChunk(std::span<Frame> frames) {
     Post post;
     while (input_.posts.Read({&post, 1}) == 1) Start(post);
-    const std::size_t played = input_.music.Read(frames);
-    std::fill(frames.begin() + static_cast<std::ptrdiff_t>(played), frames.end(), Frame{});
     const float music = input_.music_volume.load(std::memory_order_relaxed);
     const float effects = input_.effects_volume.load(std::memory_order_relaxed);
     const float line = input_.line_volume.load(std::memory_order_relaxed);
     const float focus = input_.heard.load(std::memory_order_relaxed) ? 1.0F : 0.0F;
+    // Music that nobody can hear waits where it is, and costs nothing.
+    const bool heard =
+        (music > 0 || music_gain_.Value() > 0) && (focus > 0 || focus_gain_.Value() > 0);
+    const std::size_t played = heard ? input_.music.Read(frames) : 0;
+    std::fill(frames.begin() + static_cast<std::ptrdiff_t>(played), frames.end(), Frame{});
     for (Frame& frame : frames) {
         frame = frame * (music_gain_.Next(music) * ducker_.Next());
         frame += line_.Next() * line_gain_.Next(line);

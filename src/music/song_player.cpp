@@ -33,23 +33,14 @@ std::int64_t SongLength(float bars, float tempo) {
     return static_cast<std::int64_t>(std::floor(samples + 0.5));
 }
 
-SongPlayer::SongPlayer(std::vector<Song> songs, SongOrder order, std::uint32_t seed)
+SongPlayer::SongPlayer(std::vector<Song> songs, SongOrder order, std::uint32_t seed,
+                       SongControls& controls)
     : songs_(std::move(songs)),
       failed_(songs_.size()),
       order_(order),
       random_(seed),
-      moods_(MoodsOf(MusicScene::Title)) {}
-
-void SongPlayer::Play(std::string_view key) {
-    const auto found = std::ranges::find(songs_, key, &Song::key);
-    if (found == songs_.end()) return;
-    wish_.store(static_cast<int>(found - songs_.begin()), std::memory_order_relaxed);
-}
-
-std::string_view SongPlayer::PlayingTitle() const {
-    const int playing = playing_.load(std::memory_order_relaxed);
-    return playing == kNone ? std::string_view() : songs_[static_cast<std::size_t>(playing)].title;
-}
+      controls_(controls),
+      moods_(MoodsOf(controls.scene.load(std::memory_order_relaxed))) {}
 
 void SongPlayer::Render(std::span<Frame> frames) {
     while (!frames.empty()) {
@@ -137,8 +128,8 @@ void SongPlayer::FadeOut(float step) {
 
 // What was asked for since the last block.
 void SongPlayer::TakeWish() {
-    const int wish = wish_.exchange(kNone, std::memory_order_relaxed);
-    if (wish == kNone || wish == current_ || finished_) return;
+    const int wish = controls_.wish.exchange(kNone, std::memory_order_relaxed);
+    if (wish == kNone || wish == current_ || wish >= Count() || finished_) return;
     PrepareFor(wish);
     if (prepared_ != kNone && current_ != kNone) FadeOut(kHastyStep);
 }
@@ -188,7 +179,7 @@ int SongPlayer::ChooseByChance() {
 void SongPlayer::BeginPrepared() {
     current_ = prepared_;
     prepared_ = kNone;
-    playing_.store(current_, std::memory_order_relaxed);
+    controls_.playing.store(current_, std::memory_order_relaxed);
     finished_ = current_ == kNone;
     if (finished_) return;
     ++played_;
@@ -197,11 +188,11 @@ void SongPlayer::BeginPrepared() {
     last_ = {};
     fade_ = Fade::In;
     gain_ = 0;
-    pitch_class_.store(At(current_).pitch_class, std::memory_order_relaxed);
+    controls_.pitch_class.store(At(current_).pitch_class, std::memory_order_relaxed);
 }
 
 void SongPlayer::MoveMoods() {
-    const Moods& target = MoodsOf(scene_.load(std::memory_order_relaxed));
+    const Moods& target = MoodsOf(controls_.scene.load(std::memory_order_relaxed));
     for (std::size_t k = 0; k < kMoods; ++k) {
         moods_[k] += std::clamp(target[k] - moods_[k], -kMoodStep, kMoodStep);
     }

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <memory>
 #include <span>
-#include <string>
 #include <vector>
 
 #include "music/frame.h"
@@ -34,8 +33,6 @@ public:
 };
 
 struct Song {
-    std::string key;
-    std::string title;
     std::int64_t length = 0;               // samples
     int pitch_class = 2;                   // the line voice's scale
     std::unique_ptr<SongProgram> program;  // null when it did not load
@@ -46,32 +43,33 @@ std::int64_t SongLength(float bars, float tempo);
 
 enum class SongOrder : bool { Chance, Listed };
 
-// Plays one song after another, with fades. Render() belongs to one thread; what is asked and what
-// plays may be set and read by others.
+// What other threads ask of the player and see of it. Songs count as in the player's list.
+struct SongControls {
+    static constexpr int kNone = -1;
+    static constexpr int kNext = -2;  // as a wish: any other song
+    std::atomic<int> wish = kNone;
+    std::atomic<MusicScene> scene = MusicScene::Title;
+    std::atomic<int> playing = kNone;  // the song that is heard
+    std::atomic<int> pitch_class = 2;  // of that song
+};
+
+// Plays one song after another, with fades. It belongs to one thread and allocates nothing.
 class SongPlayer {
 public:
     // By chance the first song is played first, then others as the seed has it; as listed, each is
-    // played once.
-    SongPlayer(std::vector<Song> songs, SongOrder order, std::uint32_t seed);
+    // played once. The controls outlive the player.
+    SongPlayer(std::vector<Song> songs, SongOrder order, std::uint32_t seed,
+               SongControls& controls);
 
     // The next frames, silent where nothing plays.
     void Render(std::span<Frame> frames);
     // Every song has been played, or none can be.
     bool Finished() const { return finished_; }
-
-    void PlayNext() { wish_.store(kAny, std::memory_order_relaxed); }
-    // Nothing happens when there is no such song.
-    void Play(std::string_view key);
-    void SetScene(MusicScene scene) { scene_.store(scene, std::memory_order_relaxed); }
-
-    // The title of the song that is heard; empty when none is.
-    std::string_view PlayingTitle() const;
-    int PitchClass() const { return pitch_class_.load(std::memory_order_relaxed); }
-    std::size_t Played() const { return played_; }  // songs that have begun
+    int Played() const { return played_; }  // songs that have begun
 
 private:
-    static constexpr int kNone = -1;
-    static constexpr int kAny = -2;
+    static constexpr int kNone = SongControls::kNone;
+    static constexpr int kAny = SongControls::kNext;
     enum class Fade : std::uint8_t { In, Held, Out };
 
     void RenderBlock(std::span<Frame> block);
@@ -94,12 +92,13 @@ private:
     std::vector<bool> failed_;  // in this session
     SongOrder order_;
     Xorshift random_;
+    SongControls& controls_;
 
     int current_ = kNone;
     int prepared_ = kNone;
     int listed_ = kNone;  // the last that was prepared in the order of the list
     bool finished_ = false;
-    std::size_t played_ = 0;
+    int played_ = 0;
     std::int64_t position_ = 0;
     bool stopped_ = false;  // the current song: its last frame is repeated while it fades
     Frame last_;
@@ -107,11 +106,6 @@ private:
     float gain_ = 0;
     float fall_ = 0;  // a sample, while fading out
     Moods moods_;
-
-    std::atomic<int> wish_ = kNone;
-    std::atomic<MusicScene> scene_ = MusicScene::Title;
-    std::atomic<int> playing_ = kNone;
-    std::atomic<int> pitch_class_ = 2;
 };
 
 }  // namespace Kest

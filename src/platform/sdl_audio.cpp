@@ -1,0 +1,103 @@
+#include "platform/sdl_audio.h"
+
+#include <SDL.h>
+
+#include <atomic>
+#include <cstdint>
+#include <thread>
+
+namespace zo::platform {
+namespace {
+
+constexpr int kSampleRate = 48000;
+constexpr Uint8 kChannels = 2;
+constexpr Uint16 kBlockFrames = 256;
+
+// Opening a device can take its time, and so can its loss: both happen on a thread of their own,
+// which sleeps until devices come or go.
+class SdlAudio final : public AudioOutput {
+public:
+    explicit SdlAudio(AudioSource& source) : source_(source) {
+        started_ = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
+        if (!started_) return;
+        SDL_AddEventWatch(&SdlAudio::Watch, this);
+        keeper_ = std::thread([this] { Keep(); });
+    }
+
+    ~SdlAudio() override {
+        if (!started_) return;
+        SDL_DelEventWatch(&SdlAudio::Watch, this);
+        stopping_.store(true);
+        Wake();
+        keeper_.join();
+        SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    }
+
+    SdlAudio(const SdlAudio&) = delete;
+    SdlAudio& operator=(const SdlAudio&) = delete;
+
+private:
+    void Keep() {
+        SDL_AudioDeviceID device = 0;
+        while (!stopping_.load()) {
+            const std::uint32_t seen = changes_.load();
+            if (device != 0 && lost_.load() == device) {
+                SDL_CloseAudioDevice(device);
+                device = 0;
+            }
+            if (device == 0) device = Open();
+            changes_.wait(seen);
+        }
+        if (device != 0) SDL_CloseAudioDevice(device);
+    }
+
+    // 0 when there is no device that opens.
+    SDL_AudioDeviceID Open() {
+        SDL_AudioSpec wanted = {};
+        wanted.freq = kSampleRate;
+        wanted.format = AUDIO_S16SYS;
+        wanted.channels = kChannels;
+        wanted.samples = kBlockFrames;
+        wanted.callback = &SdlAudio::Fill;
+        wanted.userdata = this;
+        const SDL_AudioDeviceID device = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
+        if (device != 0) SDL_PauseAudioDevice(device, 0);
+        return device;
+    }
+
+    void Wake() {
+        changes_.fetch_add(1);
+        changes_.notify_one();
+    }
+
+    static void Fill(void* self, Uint8* bytes, int count) {
+        auto* const samples = reinterpret_cast<std::int16_t*>(bytes);
+        static_cast<SdlAudio*>(self)->source_.Fill(
+            {samples, static_cast<std::size_t>(count) / sizeof *samples});
+    }
+
+    static int Watch(void* self, SDL_Event* event) {
+        const bool comes = event->type == SDL_AUDIODEVICEADDED;
+        const bool goes = event->type == SDL_AUDIODEVICEREMOVED;
+        if ((!comes && !goes) || event->adevice.iscapture != 0) return 0;
+        auto* const audio = static_cast<SdlAudio*>(self);
+        if (goes) audio->lost_.store(event->adevice.which);
+        audio->Wake();
+        return 0;
+    }
+
+    AudioSource& source_;
+    bool started_ = false;
+    std::atomic<SDL_AudioDeviceID> lost_ = 0;
+    std::atomic<std::uint32_t> changes_ = 0;
+    std::atomic<bool> stopping_ = false;
+    std::thread keeper_;
+};
+
+}  // namespace
+
+std::unique_ptr<AudioOutput> PlayThroughSdl(AudioSource& source) {
+    return std::make_unique<SdlAudio>(source);
+}
+
+}  // namespace zo::platform

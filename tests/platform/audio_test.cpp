@@ -1,0 +1,83 @@
+// The program's sound on its way out, through a device that writes a file.
+#include <doctest/doctest.h>
+
+#include <SDL.h>
+
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+#include "platform/sdl_audio.h"
+#include "support/own_folder.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+class Counting final : public zo::platform::AudioSource {
+public:
+    void Fill(std::span<std::int16_t> samples) override {
+        // Every device that is opened fills on a thread of its own.
+        thread_local bool known = false;
+        if (!known) ++devices;
+        known = true;
+        block = samples.size();
+        for (std::int16_t& sample : samples) sample = static_cast<std::int16_t>(next++ % 1000);
+        filled += samples.size();
+    }
+    std::atomic<std::size_t> filled = 0;
+    std::atomic<std::size_t> block = 0;
+    std::atomic<std::size_t> devices = 0;
+
+private:
+    int next = 0;
+};
+
+bool WaitFor(const std::atomic<std::size_t>& value, std::size_t least) {
+    for (int tries = 0; tries < 500 && value < least; ++tries) std::this_thread::sleep_for(10ms);
+    return value >= least;
+}
+
+}  // namespace
+
+TEST_CASE("a device hears every sample in order, in blocks of 256 frames") {
+    const support::OwnFolder folder;
+    const std::string path = (folder.path / "out.raw").string();
+    SDL_setenv("SDL_AUDIODRIVER", "disk", 1);
+    SDL_setenv("SDL_DISKAUDIOFILE", path.c_str(), 1);
+    Counting source;
+    {
+        const auto output = zo::platform::PlayThroughSdl(source);
+        CHECK(WaitFor(source.filled, 4096));
+    }
+    CHECK(source.block == 512);
+    std::ifstream file(path, std::ios::binary);
+    for (int k = 0; k < 2048; ++k) {
+        std::int16_t sample = -1;
+        file.read(reinterpret_cast<char*>(&sample), sizeof sample);
+        REQUIRE(sample == k % 1000);
+    }
+}
+
+TEST_CASE("a device that is lost is replaced, and without a driver there is silence") {
+    SDL_setenv("SDL_AUDIODRIVER", "dummy", 1);
+    Counting source;
+    {
+        const auto output = zo::platform::PlayThroughSdl(source);
+        CHECK(WaitFor(source.filled, 512));
+        SDL_Event lost = {};
+        lost.adevice.type = SDL_AUDIODEVICEREMOVED;
+        lost.adevice.which = 2;  // SDL's number of the first device that is opened
+        SDL_PushEvent(&lost);
+        CHECK(WaitFor(source.devices, 2));
+    }
+    SDL_setenv("SDL_AUDIODRIVER", "none such", 1);
+    const std::size_t before = source.filled;
+    {
+        const auto output = zo::platform::PlayThroughSdl(source);
+        std::this_thread::sleep_for(20ms);
+    }
+    CHECK(source.filled == before);
+}
