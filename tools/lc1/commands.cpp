@@ -20,7 +20,8 @@ constexpr Command kCommands[] = {
     {"show", "TICKET [--hints N]", "Shows a ticket, and its first N hints.", 1,
      kTicketFiles | kHints, 0, RunShow},
     {"binder", "[PAGE]", "Prints a page of the Spec Binder, or all of it.", 0, 0, 0, RunBinder, 1},
-    {"list", "", "Lists the tickets with their references' scores.", 0, 0, 0, RunList},
+    {"list", "[--solutions DIR]", "Lists the tickets with their scores, and what they come to.", 0,
+     kSolutions, 0, RunList},
 };
 
 }  // namespace

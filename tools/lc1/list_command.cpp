@@ -1,13 +1,24 @@
 #include <cstdio>
+#include <optional>
 
 #include "campaign_text.h"
 #include "commands.h"
+#include "text.h"
 
 namespace lc1 {
 
 Outcome RunList(const Request& request) {
+    std::optional<std::vector<kp::Solutions>> kept;
+    if ((request.given & kSolutions) != 0) {
+        base::SystemDisk disk;
+        base::Result<std::vector<kp::Solutions>> read = kp::ReadSolutions(disk, request.solutions);
+        if (!read) return Problem{read.Message()};
+        kept = std::move(*read);
+    }
     const kp::Content content = kp::LoadContent(kp::ContentStore::BuiltIn());
-    PrintCampaign(content, request.colour);
+    PrintCampaign(content, request.colour, kept ? &*kept : nullptr);
+    PutLine();
+    PrintTotals(content);
     for (const std::string& problem : content.problems) {
         std::fprintf(stderr, "content: %s\n", problem.c_str());
     }
