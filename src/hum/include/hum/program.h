@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "hum/instruction.h"
+#include "hum/memory_map.h"
 
 namespace hum {
 
@@ -55,5 +56,11 @@ struct Program {
     std::vector<Range> persistent;     // keeps its values when the program starts again
     std::vector<std::string> sources;  // names, by the source number of an instruction's place
 };
+
+// The whole of its memory: a stack follows the data for each of master, main and every module.
+inline std::uint32_t MemoryWords(const Program& program) {
+    return program.data_words +
+           kStackWords * (static_cast<std::uint32_t>(program.modules.size()) + 2);
+}
 
 }  // namespace hum

@@ -1,0 +1,43 @@
+#include "commands.h"
+
+#include <cstdio>
+
+#include "hum/listing.h"
+#include "subject.h"
+
+namespace hum_command {
+namespace {
+
+Outcome RunCheck(const Request& request) {
+    Subject subject;
+    if (std::optional<Problem> problem = LoadSubject(request, subject)) return *problem;
+    if (subject.fault) return ReportFault(request, *subject.fault);
+    if (request.Json()) {
+        std::printf("{\"ok\": true, \"instructions\": %zu, \"words\": %u}\n",
+                    subject.program.code.size(), hum::MemoryWords(subject.program));
+    }
+    return ExitCode::Good;
+}
+
+Outcome RunList(const Request& request) {
+    Subject subject;
+    if (std::optional<Problem> problem = LoadSubject(request, subject)) return *problem;
+    if (subject.fault) return ReportFault(request, *subject.fault);
+    const std::string listing = hum::Listing(subject.program);
+    std::fwrite(listing.data(), 1, listing.size(), stdout);
+    return ExitCode::Good;
+}
+
+constexpr Command kCommands[] = {
+    // name, usage, summary, options, needed, function
+    {"check", "FILE", "Compiles a program and says what is wrong with it.", kJson, 0, RunCheck},
+    {"list", "FILE", "Compiles a program and prints its listing.", 0, 0, RunList},
+};
+
+}  // namespace
+
+std::span<const Command> Commands() {
+    return kCommands;
+}
+
+}  // namespace hum_command
