@@ -1,6 +1,7 @@
 #include "game_places.h"
 
 #include "bench/bench.h"
+#include "screens/board.h"
 #include "screens/pause.h"
 #include "screens/title.h"
 
@@ -20,6 +21,7 @@ Places GamePlaces() {
         return places[static_cast<std::size_t>(place)];
     };
     at(Place::Title) = Make<Title>;
+    at(Place::Board) = Make<Board>;
     at(Place::Bench) = MakeBench;
     at(Place::Pause) = Make<Pause>;
     return places;

@@ -23,7 +23,7 @@ struct SceneWord {
 };
 constexpr SceneWord kSceneWords[] = {
     {"title", Place::Title},
-    {"board", Place::Board},
+    {"board", Place::Board, "", "locked shifts ticket intro help"},
     {"bench", Place::Bench, "", "empty errors running paused failed passed whole results"},
     {"overlay-pause", Place::Pause},
     {"overlay-options", Place::Options},

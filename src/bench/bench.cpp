@@ -75,6 +75,7 @@ void Bench::Covered() {
 }
 
 void Bench::Uncovered() {
+    run_.SetSpeed(shell_.Settings().run_speed);
     SetStage();
     FillTicket();
 }

@@ -61,7 +61,7 @@ const Setting kSettings[] = {
     {"crt", &Settings::crt},
     {"motion", &Settings::motion},
     {"fullscreen", &Settings::full_screen},
-    {"run_speed", &Settings::run_speed, {}, 4},
+    {"run_speed", &Settings::run_speed, {}, std::int32_t{kRunSpeeds.size()} - 1},
     {"text_size", &Settings::large_text, kTextSizes, 1, 2},
     {"open_all", &Settings::open_all},
     {"coaching", &Settings::coaching},

@@ -16,6 +16,7 @@ constexpr const char* kFirmwareFailed = "Firmware could not be saved: ";
 
 constexpr bool IsOverlay(Place place) {
     switch (place) {
+        case Place::Splash:
         case Place::Title:
         case Place::Board:
         case Place::Bench:

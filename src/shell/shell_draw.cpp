@@ -49,6 +49,7 @@ void Shell::DescribeFrame() {
 }
 
 void Shell::DrawBars(zo::ui::Canvas& canvas) {
+    if (!record_.bars) return;
     if (!record_.title.empty()) {
         DrawTopBar(canvas, pressables_,
                    {record_.title, record_.context, record_.detail, record_.place});

@@ -84,16 +84,18 @@ bool TextPane::Key(const KeyPress& key) {
         copy(layout_.Text(selected.from, selected.to));
         return true;
     }
-    if (key.Is(Key::Enter)) {
-        if (!link_ || !IsInSight(*link_)) return false;
-        const std::function<void()> act = Of(links_[*link_]).act;
-        act();
-        return true;
-    }
-    if (key.Is(Key::Up) && StepLink(-1)) return true;
-    if (key.Is(Key::Down) && StepLink(1)) return true;
+    if (LinkKey(key)) return true;
     if (const int step = StepOf(key); step != 0) return ScrollSideways(step * kSidewaysCells);
     return scroll_.Key(key);
+}
+
+bool TextPane::LinkKey(const KeyPress& key) {
+    if (key.Is(Key::Up)) return StepLink(-1);
+    if (key.Is(Key::Down)) return StepLink(1);
+    if (!key.Is(Key::Enter) || !link_ || !IsInSight(*link_)) return false;
+    const std::function<void()> act = Of(links_[*link_]).act;
+    act();
+    return true;
 }
 
 bool TextPane::IsInSight(std::size_t link) const {

@@ -1,7 +1,8 @@
 // Title and pause menu as a player sees them. More steps of scenes:
 //
 //     start 3 bench             a new game, how many tickets are closed, and the one other place
-//                               there is; without a name every place is there
+//                               there is; without a name every place is there, but a stand-in;
+//                               with "real" those that this room has are themselves
 //     set 1-02-loopback         the current ticket
 //     open bench 1-02-loopback  a place, and what about
 //     normal                    the text's size
@@ -10,6 +11,7 @@
 
 #include <map>
 
+#include "screens/board.h"
 #include "screens/pause.h"
 #include "screens/title.h"
 #include "support/scene.h"
@@ -45,7 +47,7 @@ private:
 Places PlacesWith(std::string_view only) {
     Places places;
     for (const auto& [name, place] : kPlaces) {
-        if (!only.empty() && name != only) continue;
+        if (!only.empty() && only != "real" && name != only) continue;
         places[static_cast<std::size_t>(place)] = [name](Shell& shell, std::string_view about) {
             return std::make_unique<Stub>(shell, name, about);
         };
@@ -55,22 +57,64 @@ Places PlacesWith(std::string_view only) {
     };
     at(Place::Title) = [](Shell& shell, auto) { return std::make_unique<Title>(shell); };
     at(Place::Pause) = [](Shell& shell, auto) { return std::make_unique<Pause>(shell); };
+    if (only == "real")
+        at(Place::Board) = [](Shell& shell, auto) { return std::make_unique<Board>(shell); };
     return places;
+}
+
+kp::LoadedTicket Loaded(std::string_view id, std::string_view title, std::string_view client) {
+    kp::LoadedTicket loaded;
+    loaded.ticket.id = id;
+    loaded.ticket.title = title;
+    loaded.ticket.client = client;
+    loaded.reference.lines = 33;
+    loaded.reference.ticks = 446;
+    return loaded;
+}
+
+kp::Shift Shift(int number, std::string_view title, std::string_view subtitle,
+                std::string_view intro) {
+    kp::Shift shift;
+    shift.number = number;
+    shift.title = title;
+    shift.subtitle = subtitle;
+    shift.intro = intro;
+    return shift;
+}
+
+// Two shifts, of which the second has an optional ticket and one that could not be loaded.
+kp::Content TwoShifts() {
+    kp::Content content;
+    content.shifts = {Shift(1, "Basics", "Bytes in and out", ""),
+                      Shift(4, "Delivery", "Acknowledgments and retries", "Bytes get lost.")};
+    content.shifts[0].tickets = {Loaded("1-01-carrier-check", "Carrier Check", "Lab test rig"),
+                                 Loaded("1-02-loopback", "Loopback", "Freight dispatch line"),
+                                 Loaded("1-03-uplink", "Uplink", "Order terminal")};
+    content.shifts[1].tickets = {Loaded("4-03-retry-budget", "Retry Budget", "Instrument logger"),
+                                 Loaded("4-04-receiver", "Receiver", ""),
+                                 Loaded("4-06-sequence", "Sequence", "Freight dispatch line")};
+    kp::Ticket& retry = content.shifts[1].tickets[0].ticket;
+    retry.difficulty = 3;
+    retry.brief = "Send each host message as one frame.";
+    retry.text = {"The logger talks to its base station."};
+    retry.machine = {.rom = 40, .ram = 0, .registers = 0b1101, .crc = true, .timer = true};
+    retry.tests.resize(2);
+    retry.tests[0].name = "No errors";
+    retry.tests[1].name = "One NAK";
+    content.shifts[1].tickets[1].ticket.optional = true;
+    content.left_out = {{"4-05-duplicates", "reference firmware is missing"}};
+    content.problems = {"4-05-duplicates: reference firmware is missing"};
+    return content;
 }
 
 std::unique_ptr<Game> Started(std::string_view words) {
     const std::string closed(support::Cut(words, " "));
-    return std::make_unique<Game>(fake::Campaign({{"1-01-carrier-check", "Carrier Check"},
-                                                  {"1-02-loopback", "Loopback"},
-                                                  {"1-03-uplink", "Uplink"},
-                                                  {"4-03-retry-budget", "Retry Budget"}}),
-                                  PlacesWith(words), closed.empty() ? -1 : std::stoi(closed));
+    return std::make_unique<Game>(TwoShifts(), PlacesWith(words),
+                                  closed.empty() ? -1 : std::stoi(closed));
 }
 
-}  // namespace
-
-TEST_CASE("title and pause menu show their scenes") {
-    for (const support::Case& scene : support::Cases("screens/scenes.txt")) {
+void PlayScenes(std::string_view file) {
+    for (const support::Case& scene : support::Cases(file)) {
         std::unique_ptr<Game> game;
         for (const support::Step& step : scene) {
             INFO(step.where);
@@ -97,4 +141,14 @@ TEST_CASE("title and pause menu show their scenes") {
             }
         }
     }
+}
+
+}  // namespace
+
+TEST_CASE("title and pause menu show their scenes") {
+    PlayScenes("screens/scenes.txt");
+}
+
+TEST_CASE("the ticket board shows its scenes") {
+    PlayScenes("screens/board.txt");
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <optional>
 #include <span>
 #include <string>
@@ -11,18 +10,11 @@
 #include "bench/trace_cells.h"
 #include "card/assembler.h"
 #include "content/content.h"
+#include "save/settings.h"
 #include "session/session.h"
 #include "session/verify.h"
 
 namespace Kest {
-
-struct RunSpeed {
-    std::string_view name;
-    int ticks_per_second;
-};
-inline constexpr std::array<RunSpeed, 5> kRunSpeeds = {
-    {{"Slow", 4}, {"Steady", 10}, {"Brisk", 24}, {"Fast", 60}, {"Rapid", 160}}};
-inline constexpr int kDefaultRunSpeed = 2;
 
 enum class RunState : std::uint8_t { NotRunning, Running, Paused, Passed, Failed, Verifying };
 enum class TestMark : std::uint8_t { None, Passed, Failed };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -10,6 +11,15 @@
 #include "json/value.h"
 
 namespace Kest {
+
+// How fast a test runs on the bench.
+struct RunSpeed {
+    std::string_view name;
+    int ticks_per_second;
+};
+inline constexpr std::array<RunSpeed, 5> kRunSpeeds = {
+    {{"Slow", 4}, {"Steady", 10}, {"Brisk", 24}, {"Fast", 60}, {"Rapid", 160}}};
+inline constexpr int kDefaultRunSpeed = 2;
 
 // The player's choices, as settings.json keeps them.
 struct Settings {
@@ -25,7 +35,7 @@ struct Settings {
     bool crt = false;
     bool motion = true;
     bool full_screen = true;
-    std::int32_t run_speed = 2;  // 0 to 4
+    std::int32_t run_speed = kDefaultRunSpeed;
     bool large_text = true;
     bool open_all = false;         // every ticket can be opened; no achievements meanwhile
     std::optional<bool> coaching;  // nothing until the player chooses

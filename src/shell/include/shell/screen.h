@@ -25,6 +25,7 @@ struct PadKey {
 // What the rows around a screen's body show: the only source of the top bar, the key bar and the
 // right end of the status line. Filled anew with each frame.
 struct FrameRecord {
+    bool bars = true;     // without them the screen has every row to itself
     std::string title;    // without one there is no top bar, and row 0 is body
     std::string context;  // behind the title
     std::string detail;   // behind the context, dropped first

@@ -28,6 +28,8 @@ public:
     // Up and Down step through the links in sight and scroll; Left and Right scroll lines that do
     // not wrap; PgUp, PgDn, Home, End; Enter opens the chosen link; Ctrl+A and Ctrl+C.
     bool Key(const KeyPress& key);
+    // The part of it that steps through the links and opens them.
+    bool LinkKey(const KeyPress& key);
     Scroll& View() { return scroll_; }
     std::string_view ChosenHint() const;  // of the chosen link
 
