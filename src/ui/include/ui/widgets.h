@@ -15,6 +15,7 @@
 #include "ui/pane.h"
 #include "ui/radio_row.h"
 #include "ui/slider.h"
+#include "ui/status_line.h"
 #include "ui/tabs.h"
 #include "ui/text_field.h"
 #include "ui/text_pane.h"
