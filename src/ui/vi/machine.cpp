@@ -253,6 +253,7 @@ void Machine::EraseSelected() {
 
 void Machine::CaretMoved() {
     pending_.clear();
+    line_.reset();
     if (mode_ == Mode::Insert) {
         insertion_.repeatable = false;
         touched_ = false;
