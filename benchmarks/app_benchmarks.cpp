@@ -33,6 +33,7 @@ public:
 // wait ends by itself.
 struct Life {
     std::vector<std::optional<InputEvent>> happenings;
+    std::string clipboard = {};
     std::vector<double> nanoseconds = {};
     Stopwatch watch = {};
 };
@@ -60,8 +61,10 @@ public:
         life_.watch = {};
         return event;
     }
-    std::string ClipboardText() override { return {}; }
+    std::string ClipboardText() override { return life_.clipboard; }
     void SetClipboardText(const std::string&) override {}
+    std::string SelectedText() override { return {}; }
+    void SetSelectedText(const std::string&) override {}
 
 private:
     Life& life_;
@@ -99,46 +102,110 @@ zo::ui::KeyPress Letter(char32_t letter) {
     return {.key = zo::ui::Key::Character, .character = letter};
 }
 
-// The figures of a life, in its order, without the opening of a window. The first life on a folder
-// also makes the player's files.
-constexpr const char* kFigures[] = {
-    "program: start to the first frame",
-    "program: a new size, 1440x900",
-    "program: from the title to the bench",
-    "program: a key goes down in the editor",
-    "program: a letter typed",
-    "program: a blink of the caret",
+zo::ui::KeyPress Control(char32_t letter) {
+    return {.key = zo::ui::Key::Character, .character = letter, .with = {.control = true}};
+}
+
+// What happens in the lives that are measured, in its order. A figure is the time of what happens
+// at its place, the first one that of the start, without the opening of a window; those without a
+// name are on the way only.
+struct Happening {
+    const char* figure;
+    std::optional<InputEvent> event;  // of the start none; later, none is a wait's end
 };
 
-std::vector<double> Live(const fs::path& folder) {
-    Life life = {.happenings = {zo::ui::WindowResized{kOtherSize}, Letter(U'c'), Letter(U'x'),
-                                zo::ui::TextInput{"x"}, std::nullopt}};
+struct Kind {
+    std::vector<Happening> happenings;
+    int lives;
+    std::string clipboard = {};
+};
+
+// Firmware of so many lines, with a label, a number and a remark each.
+std::string Firmware(int lines) {
+    std::string text;
+    for (int line = 0; line < lines; ++line) {
+        const std::string name = "l" + std::to_string(line);
+        text += line % 4 == 3 ? "\tjmp " + name + "\r\n" : name + ": tx $55 ; a byte\r\n";
+    }
+    return text;
+}
+
+std::vector<Kind> Kinds() {
+    const zo::ui::TextInput x = {"x"};
+    const Happening start = {nullptr, std::nullopt};
+    const Happening bench = {nullptr, Letter(U'c')};
+    return {
+        {{{"program: start to the first frame", std::nullopt},
+          {"program: a new size, 1440x900", zo::ui::WindowResized{kOtherSize}},
+          {"program: from the title to the bench", Letter(U'c')},
+          {"program: a key goes down in the editor", Letter(U'x')},
+          {"program: a letter typed", x},
+          {"program: a blink of the caret", std::nullopt}},
+         30},
+        {{start,
+          bench,
+          {nullptr, Control(U'v')},
+          {nullptr, zo::ui::KeyPress{.key = zo::ui::Key::Up}},
+          {"editor: a letter typed into 256 lines", x},
+          {"editor: one more letter there", x}},
+         30,
+         Firmware(256)},
+        {{start,
+          bench,
+          {"editor: 100,000 lines pasted", Control(U'v')},
+          {"editor: a letter typed behind them", x},
+          {"editor: that letter taken back", Control(U'z')},
+          {"editor: the paste taken back", Control(U'z')}},
+         10,
+         Firmware(100000)},
+        {{start, bench, {"editor: 100,000 lines of errors pasted", Control(U'v')}},
+         10,
+         [] {
+             std::string text;
+             for (int line = 0; line < 100000; ++line) text += "Lorem ipsum dolor sit amet\n";
+             return text;
+         }()},
+    };
+}
+
+// The first life on a folder also makes the player's files.
+std::vector<double> Live(const fs::path& folder, const Kind& kind) {
+    Life life = {.happenings = {}, .clipboard = kind.clipboard};
+    for (std::size_t k = 1; k < kind.happenings.size(); ++k) {
+        life.happenings.push_back(kind.happenings[k].event);
+    }
     UnseenSystem system(life, folder);
     const std::string_view arguments[] = {"--look", "classic", "--text", "normal"};
     Kest::RunApplication(arguments, system);
     return life.nanoseconds;
 }
 
-}  // namespace
-
-void RunApp(Report& report) {
-    constexpr int kLives = 30;
-    if (std::ranges::none_of(kFigures, [&](const char* name) { return report.Wants(name); })) {
-        return;
-    }
+void TimeLives(Report& report, const Kind& kind) {
+    const auto wanted = [&](const Happening& happening) {
+        return happening.figure != nullptr && report.Wants(happening.figure);
+    };
+    if (std::ranges::none_of(kind.happenings, wanted)) return;
     const fs::path folder = fs::temp_directory_path() / "vantor-kest-benchmarks";
-    std::vector<double> samples[std::size(kFigures)];
-    for (int life = 0; life <= kLives; ++life) {
-        const std::vector<double> taken = Live(folder);
-        for (std::size_t k = 0; life > 0 && k < std::size(kFigures); ++k) {
+    std::vector<std::vector<double>> samples(kind.happenings.size());
+    for (int life = 0; life <= kind.lives; ++life) {
+        // What a life has typed is no part of the next.
+        fs::remove_all(folder / "firmware");
+        const std::vector<double> taken = Live(folder, kind);
+        for (std::size_t k = 0; life > 0 && k < samples.size(); ++k) {
             constexpr double kMicrosecond = 1000;
             samples[k].push_back(taken.at(k) / kMicrosecond);
         }
     }
     fs::remove_all(folder);
-    for (std::size_t k = 0; k < std::size(kFigures); ++k) {
-        if (report.Wants(kFigures[k])) report.Print(kFigures[k], "us", samples[k]);
+    for (std::size_t k = 0; k < samples.size(); ++k) {
+        if (wanted(kind.happenings[k])) report.Print(kind.happenings[k].figure, "us", samples[k]);
     }
+}
+
+}  // namespace
+
+void RunApp(Report& report) {
+    for (const Kind& kind : Kinds()) TimeLives(report, kind);
 }
 
 }  // namespace bench

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <string_view>
 #include <utility>
 
 #include "platform/clock.h"
@@ -80,6 +81,19 @@ int Milliseconds(double seconds) {
     return static_cast<int>(std::ceil(std::min(seconds, kLongest) * 1000));
 }
 
+// SDL's own text, which is the caller's to free.
+std::string Taken(char* text) {
+    const std::unique_ptr<char, decltype(&SDL_free)> owned(text, SDL_free);
+    return text ? text : "";
+}
+
+// Elsewhere SDL keeps a selection of its own, which no other program knows and no one expects.
+bool HasSelection() {
+    const char* driver = SDL_GetCurrentVideoDriver();
+    const std::string_view name = driver ? driver : "";
+    return name == "x11" || name == "wayland";
+}
+
 class SdlWindow final : public Window {
 public:
     SdlWindow(std::unique_ptr<Video> video, WindowHandle window, std::unique_ptr<Painter> painter)
@@ -98,6 +112,8 @@ public:
     std::optional<ui::InputEvent> NextEvent(double timeout_seconds) override;
     std::string ClipboardText() override;
     void SetClipboardText(const std::string& text) override;
+    std::string SelectedText() override;
+    void SetSelectedText(const std::string& text) override;
 
 private:
     std::optional<ui::InputEvent> Translate(const SDL_Event& event);
@@ -205,14 +221,19 @@ std::optional<ui::InputEvent> SdlWindow::Translate(const SDL_Event& event) {
 }
 
 std::string SdlWindow::ClipboardText() {
-    const std::unique_ptr<char, decltype(&SDL_free)> text(SDL_GetClipboardText(), SDL_free);
-    std::string lines = text ? text.get() : "";
-    std::erase(lines, '\r');
-    return lines;
+    return Taken(SDL_GetClipboardText());
 }
 
 void SdlWindow::SetClipboardText(const std::string& text) {
     SDL_SetClipboardText(text.c_str());
+}
+
+std::string SdlWindow::SelectedText() {
+    return HasSelection() ? Taken(SDL_GetPrimarySelectionText()) : std::string();
+}
+
+void SdlWindow::SetSelectedText(const std::string& text) {
+    if (HasSelection()) SDL_SetPrimarySelectionText(text.c_str());
 }
 
 }  // namespace

@@ -346,6 +346,14 @@ void Shell::SetClipboardText(const std::string& text) {
     }
 }
 
+std::string Shell::SelectedText() {
+    return parts_.window ? parts_.window->SelectedText() : std::string();
+}
+
+void Shell::SetSelectedText(const std::string& text) {
+    if (parts_.window) parts_.window->SetSelectedText(text);
+}
+
 void Shell::ToggleFullScreen() {
     if (parts_.window) parts_.window->SetFullScreen(!parts_.window->IsFullScreen());
 }

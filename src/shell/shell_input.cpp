@@ -12,6 +12,7 @@ using zo::ui::PointerAction;
 using zo::ui::PointerInput;
 
 constexpr int kLeftButton = 1;
+constexpr int kMiddleButton = 2;
 
 bool IsFullScreenKey(const KeyPress& key) {
     const bool alt_enter = key.key == Key::Enter && key.with == zo::ui::Modifiers{.alt = true};
@@ -117,9 +118,12 @@ void Shell::HandlePointer(const PointerInput& pointer) {
             changed = pressables_.Wheel(at, pointer.wheel, pointer.with);
             break;
         case PointerAction::Press:
-            if (pointer.button != kLeftButton) return;
-            blink_.Restart(now_);
-            changed = pressables_.Press({at, pointer.clicks, pointer.with});
+            if (pointer.button == kLeftButton) {
+                changed = pressables_.Press({at, pointer.clicks, pointer.with});
+            } else if (pointer.button == kMiddleButton) {
+                changed = pressables_.PressMiddle(at);
+            }
+            if (changed) blink_.Restart(now_);
             break;
         case PointerAction::Release:
             if (pointer.button == kLeftButton) changed = pressables_.Release(at);

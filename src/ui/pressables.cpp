@@ -21,6 +21,7 @@ Pressable& Pressables::Add(const Rect& area, std::string_view hint) {
     entry.hint = hint;
     entry.act = nullptr;
     entry.press = nullptr;
+    entry.middle = nullptr;
     entry.drag = nullptr;
     entry.wheel = nullptr;
     entry.focus = nullptr;
@@ -73,6 +74,14 @@ bool Pressables::Press(const PointerPress& press) {
     dragging_ = entry->drag;
     if (entry->press) entry->press(press);
     return true;
+}
+
+bool Pressables::PressMiddle(Point at) {
+    pointer_ = at;
+    const Pressable* entry =
+        Topmost(at, [](const Pressable& candidate) { return bool(candidate.middle); });
+    if (entry) entry->middle(at);
+    return entry != nullptr;
 }
 
 bool Pressables::Release(Point at) {

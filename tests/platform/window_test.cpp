@@ -134,7 +134,9 @@ TEST_CASE("a window shows, waits no longer than asked, and closes when told to")
     CHECK(waited.count() < 2);
 
     window->SetClipboardText("two\r\nlines");
-    CHECK(window->ClipboardText() == "two\nlines");
+    CHECK(window->ClipboardText() == "two\r\nlines");
+    window->SetSelectedText("kept by no system");
+    CHECK(window->SelectedText() == "");
 
     SDL_Event quit = {};
     quit.type = SDL_QUIT;

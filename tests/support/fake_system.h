@@ -32,6 +32,7 @@ struct Screen {
     std::deque<zo::ui::InputEvent> events;
     std::vector<zo::ui::Frame> frames;
     std::string clipboard;
+    std::string selected;
     bool full_screen = false;
 };
 
@@ -60,6 +61,8 @@ public:
     }
     std::string ClipboardText() override { return screen_.clipboard; }
     void SetClipboardText(const std::string& text) override { screen_.clipboard = text; }
+    std::string SelectedText() override { return screen_.selected; }
+    void SetSelectedText(const std::string& text) override { screen_.selected = text; }
 
 private:
     static constexpr double kPatience = 10;  // seconds

@@ -27,8 +27,11 @@ public:
     // The next input event. Waits until one comes or the seconds have passed: 0 does not wait, a
     // negative number waits for ever.
     virtual std::optional<ui::InputEvent> NextEvent(double timeout_seconds) = 0;
-    virtual std::string ClipboardText() = 0;
+    virtual std::string ClipboardText() = 0;  // with the line ends of where it comes from
     virtual void SetClipboardText(const std::string& text) = 0;
+    // What is selected in any program, for the middle button. Systems without it have none.
+    virtual std::string SelectedText() = 0;
+    virtual void SetSelectedText(const std::string& text) = 0;
 };
 
 // Time. In automation it is virtual: nothing sleeps, and a frame is a sixtieth of a second.

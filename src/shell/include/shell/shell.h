@@ -149,6 +149,9 @@ public:
 
     std::string ClipboardText();
     void SetClipboardText(const std::string& text);
+    // What is selected here or in another program, where the system knows such a thing.
+    std::string SelectedText();
+    void SetSelectedText(const std::string& text);
     void ToggleFullScreen();
 
 private:

@@ -24,6 +24,7 @@ struct Pressable {
     std::string hint;                                // shown while the pointer is over it
     std::function<void()> act;                       // pressed and released inside
     std::function<void(const PointerPress&)> press;  // the button went down inside
+    std::function<void(Point)> middle;               // the middle button went down inside
     std::function<void(Point)> drag;                 // moved with the button held, outside too
     std::function<void(int steps, const Modifiers& with)> wheel;  // steps up are positive
     std::function<void()> focus;  // the button went down inside, also on what lies on top of it
@@ -55,6 +56,7 @@ public:
     // The pointer. Each returns whether the picture may have changed.
     bool Move(Point to);
     bool Press(const PointerPress& press);
+    bool PressMiddle(Point at);
     bool Release(Point at);
     bool Wheel(Point at, int steps, const Modifiers& with);
     // The wheel without the pointer.
