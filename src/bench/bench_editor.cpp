@@ -47,6 +47,10 @@ void Bench::LinkEditor() {
     links.set_clipboard = [this](std::string_view utf8) {
         shell_.SetClipboardText(std::string(utf8));
     };
+    links.selection = [this] { return shell_.SelectedText(); };
+    links.set_selection = [this](std::string_view utf8) {
+        shell_.SetSelectedText(std::string(utf8));
+    };
 }
 
 void Bench::RunCommandLine(std::string_view line) {

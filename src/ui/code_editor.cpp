@@ -50,8 +50,9 @@ EditorSheet CodeEditor::Exchange(EditorSheet sheet) {
     completion_.Close();
     left_ = 0;
     typing_line_ = -1;
+    drag_clicks_ = 0;
     last_edits_ = Edits::Apart;
-    reveal_ = true;
+    reveal_ = Reveal::Caret;
     reported_ = state_.document.Revision();
     if (vi_) vi_->Reset();
     return before;
@@ -131,7 +132,7 @@ void CodeEditor::Edit(Edits kind, const std::function<void()>& change) {
         document.Open(state_.selection);
     }
     change();
-    reveal_ = true;
+    reveal_ = Reveal::Caret;
     if (document.Revision() == before) return;
     document.Leave(state_.selection);
     last_edits_ = kind;
@@ -145,7 +146,7 @@ void CodeEditor::MoveTo(TextPosition at, Extend extend) {
     if (extend == Extend::Yes) state_.selection.anchor = anchor;
     last_edits_ = Edits::Apart;
     completion_.Close();
-    reveal_ = true;
+    reveal_ = Reveal::Caret;
 }
 
 void CodeEditor::MoveRows(int rows, Extend extend) {
@@ -206,23 +207,39 @@ void CodeEditor::EditLines(const std::function<void(int first, int last)>& chang
     Edit(Edits::Apart, [&] { change(lines.first, lines.last); });
 }
 
-void CodeEditor::Copy() {
-    const auto range = SelectedRange();
-    if (!range || !links.set_clipboard) return;
-    const std::u16string text = Buffer().Text(range->from, range->to);
+void CodeEditor::SetClipboard(Range range) {
+    const std::u16string text = Buffer().Text(range.from, range.to);
     links.set_clipboard(base::ToUtf8(std::u16string_view(text)));
-    if (vi_) vi_->LeaveVisual();
+}
+
+// With nothing selected the caret's line is meant.
+void CodeEditor::Copy() {
+    if (!links.set_clipboard) return;
+    copied_line_.clear();
+    if (const auto range = SelectedRange()) {
+        SetClipboard(*range);
+        if (vi_) vi_->LeaveVisual();
+    } else if (!vi_) {
+        copied_line_ = base::ToUtf8(std::u16string_view(Buffer().Line(state_.Caret().line))) + "\n";
+        links.set_clipboard(copied_line_);
+    }
 }
 
 void CodeEditor::Cut() {
+    if (read_only_) return Edit(Edits::Apart, [] {});
     const auto range = SelectedRange();
-    if (!range) return;
-    if (!read_only_ && links.set_clipboard) {
-        const std::u16string text = Buffer().Text(range->from, range->to);
-        links.set_clipboard(base::ToUtf8(std::u16string_view(text)));
+    if (vi_) {
+        if (range && links.set_clipboard) SetClipboard(*range);
+        return vi_->EraseSelected();
     }
-    if (vi_) return vi_->EraseSelected();
-    Edit(Edits::Apart, [&] { EraseSelection(state_); });
+    Copy();
+    Edit(Edits::Apart, [&] {
+        if (range) {
+            EraseSelection(state_);
+        } else {
+            EraseLines(state_, SelectedLines(state_));
+        }
+    });
 }
 
 void CodeEditor::PasteClipboard() {
@@ -230,39 +247,51 @@ void CodeEditor::PasteClipboard() {
 }
 
 void CodeEditor::Paste(std::string_view utf8) {
-    if (asks_ != Asks::Nothing) {
+    if (asks_ == Asks::Nothing) {
+        PasteText(utf8);
+    } else {
         Type(utf8);
-        return;
     }
+}
+
+void CodeEditor::PasteText(std::string_view utf8) {
     if (read_only_) return Edit(Edits::Apart, [] {});
     const std::u16string text = Normalised(utf8, state_.selection.From().column);
     if (text.empty()) return;
     completion_.Close();
+    const bool as_line = !vi_ && utf8 == copied_line_ && state_.selection.Empty();
     if (vi_) {
         vi_->Paste(text);
-        reveal_ = true;
+        reveal_ = Reveal::Caret;
     } else {
-        Edit(Edits::Apart, [&] { InsertText(state_, text); });
+        Edit(Edits::Apart, [&] {
+            if (as_line) {
+                InsertLines(state_, text);
+            } else {
+                InsertText(state_, text);
+            }
+        });
     }
     ReportChange();
 }
 
 void CodeEditor::SelectAll() {
     Select({}, Buffer().End());
-    reveal_ = false;
+    reveal_ = Reveal::Nothing;
 }
 
 void CodeEditor::ReportChange() {
     const std::uint64_t revision = state_.document.Revision();
     if (revision == reported_) return;
     reported_ = revision;
+    if (asks_ == Asks::Find) CountMatches();
     if (links.changed) links.changed();
 }
 
 void CodeEditor::ReportSelection() {
     const auto range = SelectedRange();
-    if (!range || !links.selected) return;
-    links.selected(base::ToUtf8(std::u16string_view(Buffer().Text(range->from, range->to))));
+    if (!range || !links.set_selection) return;
+    links.set_selection(base::ToUtf8(std::u16string_view(Buffer().Text(range->from, range->to))));
 }
 
 void CodeEditor::GoToError(int by) {
@@ -320,10 +349,12 @@ void CodeEditor::OpenFind() {
 void CodeEditor::OpenLine() {
     completion_.Close();
     line_.SetText("");
+    asked_at_ = state_.Caret();
     asks_ = Asks::Line;
 }
 
 void CodeEditor::FindBy(int by) {
+    if (find_.field.Empty()) return OpenFind();
     const TextSearch search{.text = base::ToUtf16(find_.field.Text()), .any_case = true};
     const auto range = SelectedRange();
     const TextPosition from = range ? range->from : state_.Caret();
@@ -349,10 +380,10 @@ void CodeEditor::CountMatches() {
     int count = 0, here = 0;
     for (int line = 0; line < Buffer().LineCount() && !search.text.empty(); ++line) {
         std::size_t from = 0;
-        while (const auto at = FindInLine(Buffer().Line(line), search, from, Way::Forward)) {
+        while (const auto at = NextMatch(Buffer().Line(line), search, from)) {
             ++count;
             if (range && range->from == TextPosition{line, *at}) here = count;
-            from = static_cast<std::size_t>(*at) + 1;
+            from = static_cast<std::size_t>(*at) + search.text.size();
         }
     }
     find_.SetCount(count, here);

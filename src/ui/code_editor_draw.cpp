@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kRowMargin = 3;  // rows kept in sight around the caret
 constexpr int kColumnMargin = 8;
+constexpr int kSidewaysColumns = 4;  // a step of the wheel
 constexpr char32_t kNoGlyph = U'?';
 constexpr int kBeside = 2;        // cells between a line and the error's sentence
 constexpr int kMostNoteRows = 2;  // of an error below the text
@@ -33,11 +34,9 @@ CaretShape ShapeIn(Look look, bool commands) {
 void CodeEditor::Draw(Canvas& canvas, Pressables& pressables, const Rect& pane, bool focused) {
     const Rect inner = pane.Inner();
     if (inner.width <= kGutter || inner.height < 1) return;
-    Pressable& area = pressables.Add(inner);
-    area.press = [this](const PointerPress& press) { Press(press); };
-    area.drag = [this](Point at) { Drag(at); };
     const int footer = DrawFooter(canvas, pressables, inner, focused);
     text_ = {inner.x + kGutter, inner.y, inner.width - kGutter, inner.height - footer};
+    AddPressables(pressables, {inner.x, inner.y, inner.width, text_.height});
     Follow();
     const int end = std::min(rows_.Top() + text_.height, Buffer().LineCount());
     for (int line = rows_.Top(); line < end; ++line) {
@@ -48,6 +47,10 @@ void CodeEditor::Draw(Canvas& canvas, Pressables& pressables, const Rect& pane, 
     }
     DrawCaret(canvas, focused);
     rows_.Draw(canvas, pressables, pane);
+    pressables.Add(text_).wheel = [this](int steps, const Modifiers& with) {
+        if (!with.shift) return rows_.Wheel(steps);
+        ScrollSideways(-steps * kSidewaysColumns);
+    };
     if (completion_.IsOpen()) DrawCompletion(canvas, pressables, inner);
 }
 
@@ -56,15 +59,16 @@ void CodeEditor::Follow() {
     rows_.Measure(Buffer().LineCount(), text_.height);
     if (reveal_line_ >= 0) {
         rows_.Reveal(reveal_line_, kRowMargin);
-    } else if (reveal_) {
+    } else if (reveal_ != Reveal::Nothing) {
+        const bool alone = reveal_ == Reveal::CaretAlone;
         const TextPosition caret = state_.Caret();
-        rows_.Reveal(caret.line, kRowMargin);
-        const int margin = std::min(kColumnMargin, (text_.width - 1) / 2);
+        rows_.Reveal(caret.line, alone ? 0 : kRowMargin);
+        const int margin = alone ? 0 : std::min(kColumnMargin, (text_.width - 1) / 2);
         const int least = std::max(caret.column - margin, 0);
         const int most = std::min(caret.column + margin, Buffer().Length(caret.line));
         left_ = std::clamp(left_, std::max(most + 1 - text_.width, 0), least);
     }
-    reveal_ = false;
+    reveal_ = Reveal::Nothing;
     reveal_line_ = -1;
 }
 
@@ -149,7 +153,8 @@ void CodeEditor::TintMatches(Canvas& canvas, const Rect& row, int line) const {
     if (search.text.empty()) return;
     const auto length = static_cast<int>(search.text.size());
     std::size_t from = 0;
-    while (const auto at = FindInLine(Buffer().Line(line), search, from, Way::Forward)) {
+    while (const auto at = NextMatch(Buffer().Line(line), search, from)) {
+        if (*at >= left_ + row.width) return;
         canvas.Tint({row.x - left_ + *at, row.y, length, 1}, Role::Find);
         from = static_cast<std::size_t>(*at + length);
     }
@@ -238,42 +243,69 @@ TextPosition CodeEditor::PositionAt(Point at) const {
     return Buffer().Clamped({line, left_ + at.x - text_.x});
 }
 
+void CodeEditor::AddPressables(Pressables& pressables, const Rect& area) {
+    Pressable& text = pressables.Add(area);
+    text.press = [this](const PointerPress& press) { Press(press); };
+    text.drag = [this](Point at) { Drag(at); };
+    text.middle = [this](Point at) { PasteSelection(at); };
+}
+
+// What a press selects: a place, a word or a line.
+CodeEditor::Range CodeEditor::UnitAt(TextPosition at) const {
+    if (drag_clicks_ < 2) return {at, at};
+    if (drag_clicks_ == 2) return WordAt(at);
+    const bool last = at.line + 1 == Buffer().LineCount();
+    return {{at.line, 0}, last ? Buffer().End() : TextPosition{at.line + 1, 0}};
+}
+
 void CodeEditor::Press(const PointerPress& press) {
+    StopAsking();
     completion_.Close();
+    last_edits_ = Edits::Apart;
+    drag_clicks_ = 0;
     const int line = rows_.Top() + press.at.y - text_.y;
     if (press.at.x < text_.x) {
         if (links.gutter_pressed && line < Buffer().LineCount()) links.gutter_pressed(line);
         return;
     }
-    const TextPosition at = PositionAt(press.at);
-    drag_start_ = {at, at};
-    if (press.clicks == 2) {
-        drag_start_ = WordAt(at);
-    } else if (press.clicks >= 3) {
-        const bool last = at.line + 1 == Buffer().LineCount();
-        drag_start_ = {{at.line, 0}, last ? Buffer().End() : TextPosition{at.line + 1, 0}};
-    } else if (press.with.shift) {
+    drag_clicks_ = press.clicks;
+    dragged_text_ = state_.document.Revision();
+    if (press.clicks < 2 && press.with.shift) {
         drag_start_ = {state_.selection.anchor, state_.selection.anchor};
         return Drag(press.at);
     }
-    if (drag_start_.from == drag_start_.to) {
-        SetCaret(at);
-    } else {
-        Select(drag_start_.from, drag_start_.to);
-        ReportSelection();
-    }
-    last_edits_ = Edits::Apart;
+    drag_start_ = UnitAt(PositionAt(press.at));
+    Select(drag_start_.from, drag_start_.to);
+    reveal_ = Reveal::CaretAlone;
+    ReportSelection();
 }
 
 // From what was pressed to where the pointer is, on either side.
 void CodeEditor::Drag(Point at) {
-    const TextPosition to = PositionAt(at);
-    if (to < drag_start_.from) {
-        Select(drag_start_.to, to);
+    if (drag_clicks_ == 0 || dragged_text_ != state_.document.Revision()) return;
+    const Range to = UnitAt(PositionAt(at));
+    if (to.from < drag_start_.from) {
+        Select(drag_start_.to, to.from);
     } else {
-        Select(drag_start_.from, std::max(to, drag_start_.to));
+        Select(drag_start_.from, std::max(to.to, drag_start_.to));
     }
+    reveal_ = Reveal::CaretAlone;
     ReportSelection();
+}
+
+void CodeEditor::PasteSelection(Point at) {
+    if (!links.selection || at.x < text_.x) return;
+    StopAsking();
+    SetCaret(PositionAt(at));
+    PasteText(links.selection());
+}
+
+void CodeEditor::ScrollSideways(int columns) {
+    int longest = 0;
+    for (int line = 0; line < Buffer().LineCount(); ++line) {
+        longest = std::max(longest, Buffer().Length(line));
+    }
+    left_ = std::clamp(left_ + columns, 0, std::max(longest + 1 - text_.width, 0));
 }
 
 }  // namespace zo::ui

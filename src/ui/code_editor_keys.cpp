@@ -19,6 +19,7 @@ struct EditorKeys {
         bool control;
         Shift shift;
         Act act;
+        bool asking = false;  // also while the row below the text asks for something
     };
 
     static CodeEditor::Extend ExtendIf(bool shift) {
@@ -55,6 +56,10 @@ struct EditorKeys {
         editor.EditLines([&](int first, int last) { MoveLines(editor.state_, {first, last}, by); });
     }
     static void Scroll(CodeEditor& editor, int rows) { editor.rows_.By(rows); }
+    static void MovePage(CodeEditor& editor, int pages, bool shift) {
+        editor.rows_.By(pages * Page(editor));
+        editor.MoveRows(pages * Page(editor), ExtendIf(shift));
+    }
 
     // Keys of moves and edits; with vi keys on only those that need no selection.
     static const Row kPlain[];
@@ -71,7 +76,8 @@ struct EditorKeys {
         return found == std::end(rows) ? nullptr : &*found;
     }
     static const Row* FindPlain(const KeyPress& key);
-    static const Row* FindAlways(const KeyPress& key);
+    // The one that holds for an editor's mode.
+    static const Row* Of(const CodeEditor& editor, const KeyPress& key);
 };
 
 TextPosition EditorKeys::WordRight(const CodeEditor& editor) {
@@ -103,9 +109,9 @@ const EditorKeys::Row EditorKeys::kPlain[] = {
     {Key::Down, 0, false, Either,
      [](CodeEditor& e, bool shift) { e.MoveRows(1, ExtendIf(shift)); }},
     {Key::PageUp, 0, false, Either,
-     [](CodeEditor& e, bool shift) { e.MoveRows(-Page(e), ExtendIf(shift)); }},
+     [](CodeEditor& e, bool shift) { MovePage(e, -1, shift); }},
     {Key::PageDown, 0, false, Either,
-     [](CodeEditor& e, bool shift) { e.MoveRows(Page(e), ExtendIf(shift)); }},
+     [](CodeEditor& e, bool shift) { MovePage(e, 1, shift); }},
     {Key::Home, 0, false, Either,
      [](CodeEditor& e, bool shift) { e.MoveTo(SmartHome(e), ExtendIf(shift)); }},
     {Key::End, 0, false, Either,
@@ -151,6 +157,10 @@ const EditorKeys::Row EditorKeys::kPlain[] = {
      [](CodeEditor& e, bool) {
          e.EditLines([&](int first, int last) { DuplicateLines(e.state_, {first, last}); });
      }},
+    {Key::Character, U'k', true, With,
+     [](CodeEditor& e, bool) {
+         e.EditLines([&](int first, int last) { EraseLines(e.state_, {first, last}); });
+     }},
     {Key::Character, U']', true, Without, [](CodeEditor& e, bool) { Indent(e, 1); }},
     {Key::Character, U'[', true, Without, [](CodeEditor& e, bool) { Indent(e, -1); }},
     {Key::Character, U'z', true, Without, [](CodeEditor& e, bool) { e.Undo(); }},
@@ -158,20 +168,21 @@ const EditorKeys::Row EditorKeys::kPlain[] = {
     {Key::Character, U'y', true, Without, [](CodeEditor& e, bool) { e.Redo(); }},
     {Key::Character, U'a', true, Without, [](CodeEditor& e, bool) { e.SelectAll(); }},
     {Key::Character, U'f', true, Without,
-     [](CodeEditor& e, bool) { e.OpenFind(); }},
+     [](CodeEditor& e, bool) { e.OpenFind(); }, true},
 };
 
 const EditorKeys::Row EditorKeys::kAlways[] = {
-    {Key::Character, U'c', true, Without, [](CodeEditor& e, bool) { e.Copy(); }},
-    {Key::Insert, 0, true, Without, [](CodeEditor& e, bool) { e.Copy(); }},
+    {Key::Character, U'c', true, Without, [](CodeEditor& e, bool) { e.Copy(); }, true},
+    {Key::Insert, 0, true, Without, [](CodeEditor& e, bool) { e.Copy(); }, true},
     {Key::Character, U'x', true, Without, [](CodeEditor& e, bool) { e.Cut(); }},
     {Key::Delete, 0, false, With, [](CodeEditor& e, bool) { e.Cut(); }},
-    {Key::Character, U'v', true, Without, [](CodeEditor& e, bool) { e.PasteClipboard(); }},
-    {Key::Insert, 0, false, With, [](CodeEditor& e, bool) { e.PasteClipboard(); }},
+    {Key::Character, U'v', true, Without, [](CodeEditor& e, bool) { e.PasteClipboard(); }, true},
+    {Key::Insert, 0, false, With, [](CodeEditor& e, bool) { e.PasteClipboard(); }, true},
     {Key::Character, U' ', true, Without, [](CodeEditor& e, bool) { e.OfferCompletion(true); }},
-    {Key::Character, U'g', true, Without, [](CodeEditor& e, bool) { e.OpenLine(); }},
-    {Key::F3, 0, false, Either, [](CodeEditor& e, bool shift) { e.FindBy(shift ? -1 : 1); }},
-    {Key::F4, 0, false, Either, [](CodeEditor& e, bool shift) { e.GoToError(shift ? -1 : 1); }},
+    {Key::Character, U'g', true, Without, [](CodeEditor& e, bool) { e.OpenLine(); }, true},
+    {Key::F3, 0, false, Either, [](CodeEditor& e, bool shift) { e.FindBy(shift ? -1 : 1); }, true},
+    {Key::F4, 0, false, Either, [](CodeEditor& e, bool shift) { e.GoToError(shift ? -1 : 1); },
+     true},
     {Key::Character, U'/', true, Either,
      [](CodeEditor& e, bool) {
          e.EditLines([&](int first, int last) { ToggleComments(e.state_, {first, last}); });
@@ -181,38 +192,32 @@ const EditorKeys::Row EditorKeys::kAlways[] = {
 const EditorKeys::Row* EditorKeys::FindPlain(const KeyPress& key) {
     return Find(kPlain, key);
 }
-const EditorKeys::Row* EditorKeys::FindAlways(const KeyPress& key) {
-    return Find(kAlways, key);
+
+const EditorKeys::Row* EditorKeys::Of(const CodeEditor& editor, const KeyPress& key) {
+    const Row* row = Find(kAlways, key);
+    return row || editor.vi_ ? row : Find(kPlain, key);
 }
 
 bool CodeEditor::Key(const KeyPress& key) {
     if (key.with.alt) return false;
-    const bool was_open = completion_.IsOpen();
-    bool used = (was_open && CompletionKey(key)) || (asks_ != Asks::Nothing && AskKey(key));
-    if (!used) {
-        const EditorKeys::Row* row = EditorKeys::FindAlways(key);
-        used = row != nullptr;
-        if (row) {
-            row->act(*this, key.with.shift);
-        } else {
-            used = vi_ ? ViKey(key) : PlainKey(key);
-        }
+    bool used = completion_.IsOpen() && CompletionKey(key);
+    if (!used && asks_ != Asks::Nothing) {
+        used = AskKey(key);
+    } else if (!used) {
+        used = TextKey(key);
     }
     ReportChange();
     if (used && key.with.shift) ReportSelection();
     return used;
 }
 
-bool CodeEditor::PlainKey(const KeyPress& key) {
-    const EditorKeys::Row* row = EditorKeys::FindPlain(key);
-    if (!row) return false;
+bool CodeEditor::TextKey(const KeyPress& key) {
+    const EditorKeys::Row* row = EditorKeys::Of(*this, key);
+    if (!row) return vi_ && ViKey(key);
     const bool offered = completion_.IsOpen();
+    completion_.Close();
     row->act(*this, key.with.shift);
-    if (key.Is(zo::ui::Key::Backspace) && offered) {
-        OfferCompletion(false);
-    } else {
-        completion_.Close();
-    }
+    if (key.Is(zo::ui::Key::Backspace) && offered) OfferCompletion(false);
     return true;
 }
 
@@ -237,15 +242,19 @@ bool CodeEditor::CompletionKey(const KeyPress& key) {
     }
 }
 
-// What the row below the text makes of a key; it leaves nothing to the text but the moves to
-// matches and errors.
+// The row below the text has the keys, and leaves the text only those that do not change it.
 bool CodeEditor::AskKey(const KeyPress& key) {
-    if (asks_ == Asks::Find) {
-        return find_.Key(key) || key.key == Key::Up || key.key == Key::Down || key.key == Key::Tab;
+    const bool find = asks_ == Asks::Find;
+    if (find && find_.Key(key)) return true;
+    if (!find && (key.Is(Key::Escape) || key.Is(Key::Enter))) {
+        if (key.Is(Key::Escape)) SetCaret(asked_at_);
+        StopAsking();
+        return true;
     }
-    if (!key.Is(Key::Escape) && !key.Is(Key::Enter)) return line_.Key(key);
-    StopAsking();
-    return true;
+    if (!find && line_.Key(key)) return true;
+    const EditorKeys::Row* row = EditorKeys::Of(*this, key);
+    if (row && row->asking) row->act(*this, key.with.shift);
+    return row != nullptr;
 }
 
 bool CodeEditor::Type(std::string_view utf8) {
@@ -345,7 +354,8 @@ void CodeEditor::TypeVi(char32_t key) {
     if (state_.document.Revision() != before) {
         typing_line_ = vi_->Mode() == vi::Mode::Insert ? state_.Caret().line : -1;
     }
-    reveal_ |= caret != state_.Caret() || state_.document.Revision() != before;
+    const bool same = caret == state_.Caret() && state_.document.Revision() == before;
+    if (!same) reveal_ = Reveal::Caret;
 }
 
 void CodeEditor::Grant(const vi::Wishes& wishes) {
@@ -356,7 +366,7 @@ void CodeEditor::Grant(const vi::Wishes& wishes) {
         const int rows = std::max(text_.height, 1);
         const int above[] = {0, (rows - 1) / 2, rows - 1};
         rows_.To(state_.Caret().line - above[static_cast<std::size_t>(*wishes.caret_row)]);
-        reveal_ = false;
+        reveal_ = Reveal::Nothing;
     }
     if (wishes.command) RunLine(*wishes.command);
 }

@@ -165,4 +165,24 @@ void DuplicateLines(EditState& state, LineRange lines) {
     state.selection.anchor.line += by;
 }
 
+void EraseLines(EditState& state, LineRange lines) {
+    const TextBuffer& text = state.Text();
+    const int column = state.Caret().column;
+    TextPosition from = {lines.first, 0};
+    TextPosition to = {lines.last + 1, 0};
+    if (to.line == text.LineCount()) {
+        to = text.End();
+        if (lines.first > 0) from = text.EndOf(lines.first - 1);
+    }
+    Replace(state, from, to, {});
+    PutCaret(state, text.Clamped({lines.first, column}));
+}
+
+void InsertLines(EditState& state, std::u16string_view text) {
+    const TextPosition start = {state.Caret().line, 0};
+    const int column = state.Caret().column;
+    const TextPosition behind = state.document.Replace(start, start, text);
+    PutCaret(state, {behind.line, column});
+}
+
 }  // namespace zo::ui

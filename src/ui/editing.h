@@ -41,5 +41,9 @@ void ToggleComments(EditState& state, LineRange lines);
 // Moves lines up (-1) or down (1) past their neighbour; false at the text's ends.
 bool MoveLines(EditState& state, LineRange lines, int by);
 void DuplicateLines(EditState& state, LineRange lines);
+// The caret keeps its column.
+void EraseLines(EditState& state, LineRange lines);
+// Puts whole lines, each with its end, above the caret's.
+void InsertLines(EditState& state, std::u16string_view text);
 
 }  // namespace zo::ui

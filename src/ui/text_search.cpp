@@ -28,23 +28,26 @@ bool Matches(const std::u16string& line, std::size_t at, const TextSearch& searc
 
 }  // namespace
 
-// Matches do not overlap: the next one begins behind the end of the one before it.
+std::optional<int> NextMatch(const std::u16string& line, const TextSearch& search,
+                             std::size_t from) {
+    for (std::size_t at = from; at + search.text.size() <= line.size(); ++at) {
+        if (Matches(line, at, search)) return static_cast<int>(at);
+    }
+    return std::nullopt;
+}
+
 std::optional<int> FindInLine(const std::u16string& line, const TextSearch& search,
                               std::size_t column, Way way) {
     std::optional<int> last;
-    if (line.size() < search.text.size()) return last;
-    const std::size_t places = line.size() - search.text.size() + 1;
-    const std::size_t end = way == Way::Forward ? places : std::min(column, places);
-    for (std::size_t at = 0; at < end;) {
-        if (!Matches(line, at, search)) {
-            ++at;
-            continue;
-        }
-        if (way == Way::Forward && at >= column) return static_cast<int>(at);
-        if (way == Way::Backward) last = static_cast<int>(at);
-        at += search.text.size();
+    std::size_t from = 0;
+    while (const auto match = NextMatch(line, search, from)) {
+        const auto at = static_cast<std::size_t>(*match);
+        if (way == Way::Forward && at >= column) return match;
+        if (way == Way::Backward && at >= column) break;
+        last = match;
+        from = at + search.text.size();
     }
-    return last;
+    return way == Way::Backward ? last : std::nullopt;
 }
 
 std::optional<TextPosition> FindText(const TextBuffer& text, const TextSearch& search,

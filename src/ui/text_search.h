@@ -15,6 +15,11 @@ struct TextSearch {
 
 enum class Way : std::uint8_t { Forward, Backward };
 
+// Matches do not overlap: the next one begins behind the end of the one before it. `from` is such
+// an end, or 0.
+std::optional<int> NextMatch(const std::u16string& line, const TextSearch& search,
+                             std::size_t from);
+
 // In one line, the first match from a column on; or, backward, the last one before it.
 std::optional<int> FindInLine(const std::u16string& line, const TextSearch& search,
                               std::size_t column, Way way);

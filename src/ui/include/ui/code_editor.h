@@ -63,7 +63,9 @@ struct EditorLinks {
 
     std::function<std::string()> clipboard = {};
     std::function<void(std::string_view utf8)> set_clipboard = {};
-    std::function<void(std::string_view utf8)> selected = {};  // text, as it is being selected
+    // What is selected here or elsewhere, for the middle button.
+    std::function<std::string()> selection = {};
+    std::function<void(std::string_view utf8)> set_selection = {};
 };
 
 // A text with its history, the caret and the marked lines: what is exchanged when the editor turns
@@ -126,9 +128,16 @@ private:
     // Edits of a kind that follow one another at one place are taken back together.
     enum class Edits : std::uint8_t { Apart, Typed, Erased };
     enum class Extend : bool { No, Yes };
+    // Whether the caret must come into sight, and with how much around it. Under the pointer
+    // nothing moves that need not.
+    enum class Reveal : std::uint8_t { Nothing, CaretAlone, Caret };
+
+    struct Range {
+        TextPosition from, to;
+    };
 
     // Keys (code_editor_keys.cpp).
-    bool PlainKey(const KeyPress& key);
+    bool TextKey(const KeyPress& key);
     bool CompletionKey(const KeyPress& key);
     bool ViKey(const KeyPress& key);
     bool AskKey(const KeyPress& key);
@@ -146,10 +155,9 @@ private:
     void Copy();
     void Cut();
     void PasteClipboard();
+    void PasteText(std::string_view utf8);
+    void SetClipboard(Range range);
     void SelectAll();
-    struct Range {
-        TextPosition from, to;
-    };
     std::optional<Range> SelectedRange() const;
     // Does something to the lines of the selection, or to the caret's.
     void EditLines(const std::function<void(int first, int last)>& change);
@@ -184,10 +192,14 @@ private:
     void DrawCompletion(Canvas& canvas, Pressables& pressables, const Rect& inner);
     const EditorMarks::Error* ErrorOn(int line) const;
     bool FitsBeside(const EditorMarks::Error& error, int width) const;
+    void AddPressables(Pressables& pressables, const Rect& area);
     void Press(const PointerPress& press);
     void Drag(Point at);
+    void PasteSelection(Point at);
+    void ScrollSideways(int columns);
     TextPosition PositionAt(Point at) const;
     Range WordAt(TextPosition at) const;
+    Range UnitAt(TextPosition at) const;
     std::u16string SearchShown() const;
     void DrawQuestion(Canvas& canvas, Pressables& pressables, const Rect& row, bool focused);
     int DrawNotes(Canvas& canvas, const Rect& inner) const;
@@ -198,17 +210,21 @@ private:
     std::uint64_t reported_ = 0;  // the text's revision of which the owner knows
     Edits last_edits_ = Edits::Apart;
     TextPosition last_edit_end_;
-    int typing_line_ = -1;  // on which the player types just now
-    Range drag_start_;      // what the press has selected that a drag extends
+    std::string copied_line_;         // that was copied with nothing selected
+    int typing_line_ = -1;            // on which the player types just now
+    Range drag_start_;                // what the press has selected that a drag extends
+    int drag_clicks_ = 0;             // of that press, 0 when it was not on the text
+    std::uint64_t dragged_text_ = 0;  // the revision that was pressed; a drag ends with it
 
     // What the row below the text asks for.
     enum class Asks : std::uint8_t { Nothing, Find, Line };
     Asks asks_ = Asks::Nothing;
     FindBox find_;
     TextField line_;
+    TextPosition asked_at_;  // where the caret was when a line was asked for
     Completion completion_;
 
-    bool reveal_ = true;  // the caret must come into sight with the next frame
+    Reveal reveal_ = Reveal::Caret;  // with the next frame
     int reveal_line_ = -1;
     Scroll rows_;
     int left_ = 0;  // the first column in sight
