@@ -8,6 +8,7 @@
 #include "gpu/renderer.h"
 #include "platform/clock.h"
 #include "platform/folders.h"
+#include "platform/sdl_audio.h"
 #include "platform/sdl_window.h"
 
 namespace {
@@ -17,6 +18,10 @@ public:
     base::Result<std::unique_ptr<zo::platform::Window>> OpenWindow(
         const zo::platform::WindowOptions& options) override {
         return zo::platform::OpenSdlWindow(options, zo::gpu::MakeRenderer());
+    }
+    std::unique_ptr<zo::platform::AudioOutput> PlayAudio(
+        zo::platform::AudioSource& source) override {
+        return zo::platform::PlayThroughSdl(source);
     }
     zo::platform::Clock& SystemClock() override { return clock_; }
     base::Disk& SystemDisk() override { return disk_; }

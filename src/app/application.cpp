@@ -9,6 +9,7 @@
 #include "command_line.h"
 #include "game_content.h"
 #include "game_places.h"
+#include "music/sound_engine.h"
 #include "shell/shell.h"
 #include "smoke.h"
 
@@ -60,6 +61,7 @@ int Play(const LaunchOptions& options, const kp::Content& content, zo::platform:
     const auto lock = disk.Lock(data_folder / "lock");
     // Where the system has no locks the game is played without one.
     const bool alone = !lock || *lock != nullptr;
+    SoundEngine sounds(static_cast<std::uint32_t>(system.SystemClock().CalendarSeconds()));
     Shell shell({.content = content,
                  .clock = system.SystemClock(),
                  .disk = disk,
@@ -69,6 +71,7 @@ int Play(const LaunchOptions& options, const kp::Content& content, zo::platform:
                  .persistent = alone,
                  .closed_override = options.closed,
                  .places = GamePlaces(),
+                 .sounds = &sounds,
                  .complain = Complain});
     shell.OverrideSettings([&](Settings& settings) { Override(settings, options); });
     shell.SetWindow(window.Size(), window.DisplayScale());
@@ -77,6 +80,8 @@ int Play(const LaunchOptions& options, const kp::Content& content, zo::platform:
     } else {
         TurnAway(shell);
     }
+    sounds.Start([] { return std::vector<Song>(); });
+    const auto output = system.PlayAudio(sounds);
     RunFrameLoop(shell, window, system.SystemClock());
     return alone ? 0 : 1;
 }

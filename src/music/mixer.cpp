@@ -84,7 +84,9 @@ void Mixer::Start(const Post& post) {
 
 // The oldest gives way when all play; the same once more at once is passed over.
 void Mixer::StartEffect(const Post& post) {
-    const std::span<const float> samples = tables_.Samples(post.effect);
+    const EffectTables* const tables = input_.effects.load(std::memory_order_acquire);
+    if (!tables) return;
+    const std::span<const float> samples = tables->Samples(post.effect);
     std::uint64_t& last = last_[static_cast<std::size_t>(post.effect)];
     const auto apart = static_cast<std::uint64_t>(SamplesOf(IsKey(post.effect) ? 12 : 30));
     if (samples.empty() || (last != 0 && now_ - last < apart)) return;

@@ -39,6 +39,8 @@ void SoundEngine::Stop() {
 }
 
 void SoundEngine::RunSongs(const SongLoader& load) {
+    tables_ = std::make_unique<const EffectTables>();
+    input_.effects.store(tables_.get(), std::memory_order_release);
     SongPlayer player(load(), SongOrder::Chance, seed_, controls_);
     RenderAhead(player);
 }
@@ -93,15 +95,15 @@ std::string_view SoundEngine::PlayingTitle() const {
                                        : kSongs[static_cast<std::size_t>(song)].title;
 }
 
-void SoundEngine::Post(Effect effect, std::uint16_t parameter) {
+void SoundEngine::Play(Effect effect, std::uint16_t parameter) {
     if (!choices_.effects_on || (IsClick(effect) && !choices_.key_clicks)) return;
-    input_.posts.Write(std::array{Kest::Post{effect, EffectVolume(effect), parameter, 1}});
+    input_.posts.Write(std::array{Post{effect, EffectVolume(effect), parameter, 1}});
 }
 
-void SoundEngine::PostByte(std::uint8_t byte, bool toward_card) {
+void SoundEngine::PlayByte(std::uint8_t byte, bool toward_card) {
     if (!choices_.line_on) return;
     const auto parameter = static_cast<std::uint16_t>(byte + (toward_card ? kTowardCard : 0));
-    input_.posts.Write(std::array{Kest::Post{Effect::LineByte, 1, parameter, 1}});
+    input_.posts.Write(std::array{Post{Effect::LineByte, 1, parameter, 1}});
 }
 
 }  // namespace Kest

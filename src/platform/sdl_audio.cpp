@@ -13,24 +13,18 @@ constexpr int kSampleRate = 48000;
 constexpr Uint8 kChannels = 2;
 constexpr Uint16 kBlockFrames = 256;
 
-// Opening a device can take its time, and so can its loss: both happen on a thread of their own,
-// which sleeps until devices come or go.
+// Reaching the sound system and opening a device can take their time: they happen on a thread of
+// their own, which then sleeps until devices come or go.
 class SdlAudio final : public AudioOutput {
 public:
     explicit SdlAudio(AudioSource& source) : source_(source) {
-        started_ = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
-        if (!started_) return;
-        SDL_AddEventWatch(&SdlAudio::Watch, this);
         keeper_ = std::thread([this] { Keep(); });
     }
 
     ~SdlAudio() override {
-        if (!started_) return;
-        SDL_DelEventWatch(&SdlAudio::Watch, this);
         stopping_.store(true);
         Wake();
         keeper_.join();
-        SDL_QuitSubSystem(SDL_INIT_AUDIO);
     }
 
     SdlAudio(const SdlAudio&) = delete;
@@ -38,6 +32,8 @@ public:
 
 private:
     void Keep() {
+        if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) return;
+        SDL_AddEventWatch(&SdlAudio::Watch, this);
         SDL_AudioDeviceID device = 0;
         while (!stopping_.load()) {
             const std::uint32_t seen = changes_.load();
@@ -49,6 +45,8 @@ private:
             changes_.wait(seen);
         }
         if (device != 0) SDL_CloseAudioDevice(device);
+        SDL_DelEventWatch(&SdlAudio::Watch, this);
+        SDL_QuitSubSystem(SDL_INIT_AUDIO);
     }
 
     // 0 when there is no device that opens.
@@ -87,7 +85,6 @@ private:
     }
 
     AudioSource& source_;
-    bool started_ = false;
     std::atomic<SDL_AudioDeviceID> lost_ = 0;
     std::atomic<std::uint32_t> changes_ = 0;
     std::atomic<bool> stopping_ = false;

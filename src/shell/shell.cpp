@@ -94,6 +94,31 @@ void Shell::ApplySettings() {
     request_.want_large = settings_.large_text;
     request_.nine_wide_face = parts_.nine_wide_face;
     RebuildGrid();
+    ChooseSounds();
+}
+
+void Shell::ChooseSounds() {
+    Sound().SetChoices({.effects_on = settings_.effects_on,
+                        .effects_volume = settings_.effects_volume,
+                        .music_on = settings_.music_on,
+                        .music_volume = settings_.music_volume,
+                        .line_on = settings_.line_on,
+                        .line_volume = settings_.line_volume,
+                        .key_clicks = settings_.key_clicks,
+                        .mute_unfocused = settings_.mute_unfocused});
+}
+
+// The topmost screen that has an opinion.
+void Shell::ChooseMusic() {
+    const auto chosen_by = [&](const Screen* screen) {
+        const auto scene = screen ? screen->Music() : std::nullopt;
+        if (scene.has_value()) Sound().SetScene(scene.value());
+        return scene.has_value();
+    };
+    for (auto overlay = overlays_.rbegin(); overlay != overlays_.rend(); ++overlay) {
+        if (chosen_by(overlay->get())) return;
+    }
+    (void)chosen_by(current_.get());
 }
 
 void Shell::RebuildGrid() {
@@ -112,6 +137,7 @@ void Shell::Advance() {
     closed_.clear();
     if (pending_) CommitSwitch();
     UpdateScreens();
+    ChooseMusic();
     if (!message_.text.empty() && message_.until <= now_) {
         message_.text.clear();
         redraw_ = true;
@@ -187,6 +213,7 @@ void Shell::Open(Place place, std::string_view about) {
     if (!Offers(place)) return;
     std::unique_ptr<Screen> screen = parts_.places[static_cast<std::size_t>(place)](*this, about);
     if (IsOverlay(place)) {
+        Sound().Play(place == Place::Binder ? Effect::Page : Effect::Menu);
         Push(std::move(screen));
     } else {
         SwitchTo(std::move(screen));
@@ -240,11 +267,13 @@ Screen* Shell::Top() const {
 }
 
 void Shell::SetStatus(std::string message, Alert alert) {
+    if (alert == Alert::Yes) Sound().Play(Effect::Alert);
     message_ = {std::move(message), alert == Alert::Yes, now_ + kStatusSeconds};
     redraw_ = true;
 }
 
 void Shell::Ask(Question question) {
+    Sound().Play(Effect::Menu);
     const auto answered = [act = std::move(question.answered)](int button) {
         if (act) act(button == 0);
     };
@@ -277,6 +306,7 @@ std::vector<const Achievement*> Shell::Earn(const Close* close) {
     std::vector<const Achievement*> earned = Award(parts_.content, progress_, close);
     for (const Achievement* achievement : earned) {
         SetStatus("Achievement: " + std::string(achievement->title));
+        Sound().Play(Effect::Achievement);
     }
     return earned;
 }

@@ -59,6 +59,7 @@ void Shell::Handle(const InputEvent& event) {
 // What was held when another window took the keyboard is let go there, unheard.
 void Shell::HandleFocus(bool active) {
     focused_ = active;
+    Sound().SetFocused(active);
     drop_text_ = false;
     if (!active) pressables_.LetGo();
     blink_.Restart(now_);

@@ -22,6 +22,7 @@ struct Rig {
         input->music_volume = 1;
         input->effects_volume = 1;
         input->line_volume = 1;
+        input->effects = &tables;
         Mix(2400);
     }
 
@@ -45,7 +46,7 @@ struct Rig {
     float level = 0.1F;
     std::unique_ptr<MixerInput> input = std::make_unique<MixerInput>();
     Kest::EffectTables tables;
-    Mixer mixer{*input, tables};
+    Mixer mixer{*input};
 };
 
 float Loudest(const std::vector<Frame>& frames) {

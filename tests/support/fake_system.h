@@ -94,6 +94,9 @@ public:
         screen.full_screen = options.full_screen;
         return std::unique_ptr<zo::platform::Window>(std::make_unique<Window>(screen, clock));
     }
+    std::unique_ptr<zo::platform::AudioOutput> PlayAudio(zo::platform::AudioSource&) override {
+        return nullptr;
+    }
     zo::platform::Clock& SystemClock() override { return clock; }
     base::Disk& SystemDisk() override { return disk; }
     fs::path DataFolder() override { return "data"; }

@@ -28,8 +28,9 @@ struct MixerInput {
     std::atomic<float> music_volume = 0;
     std::atomic<float> effects_volume = 0;
     std::atomic<float> line_volume = 0;
-    std::atomic<bool> heard = true;  // false while another window is in front
-    std::atomic<int> key = 2;        // the line voice's scale, a pitch class
+    std::atomic<bool> heard = true;                      // false while another window is in front
+    std::atomic<int> key = 2;                            // the line voice's scale, a pitch class
+    std::atomic<const EffectTables*> effects = nullptr;  // no interface sounds until it is set
 };
 
 // How far other sounds hold the music down.
@@ -54,7 +55,7 @@ enum class Dither : bool { No, Yes };
 // Mixes the music with what is posted. Used by one thread; takes no lock and allocates nothing.
 class Mixer {
 public:
-    Mixer(MixerInput& input, const EffectTables& tables) : input_(input), tables_(tables) {}
+    explicit Mixer(MixerInput& input) : input_(input) {}
 
     // The next frames in order, within -1 and 1. Where the music has not kept up there is none.
     void Mix(std::span<Frame> frames);
@@ -77,7 +78,6 @@ private:
     Frame NextOfEffects();
 
     MixerInput& input_;
-    const EffectTables& tables_;
     std::array<Voice, 16> voices_{};
     std::array<std::uint64_t, kEffects> last_{};  // when each was started, 1 and up; 0 for never
     LineVoice line_;

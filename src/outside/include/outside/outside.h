@@ -11,6 +11,7 @@
 #include "base/result.h"
 #include "cells/frame.h"
 #include "cells/input.h"
+#include "outside/audio.h"
 
 namespace zo::platform {
 
@@ -54,6 +55,8 @@ public:
     virtual ~System() = default;
     // The failure is a sentence, such as that there is no display.
     virtual base::Result<std::unique_ptr<Window>> OpenWindow(const WindowOptions& options) = 0;
+    // Plays the source, which outlives what is returned.
+    virtual std::unique_ptr<AudioOutput> PlayAudio(AudioSource& source) = 0;
     virtual Clock& SystemClock() = 0;
     virtual base::Disk& SystemDisk() = 0;
     virtual std::filesystem::path DataFolder() = 0;       // per user; may be missing

@@ -8,6 +8,7 @@
 
 #include "base/result.h"
 #include "cells/input.h"
+#include "music/song_player.h"
 #include "ui/canvas.h"
 #include "ui/pressables.h"
 #include "ui/widgets.h"
@@ -76,6 +77,9 @@ public:
     // The pane that has focus, as drawn last: the controller's right stick scrolls it. Without one
     // it scrolls what is in the middle, where overlays are.
     virtual std::optional<zo::ui::Rect> FocusedPane() const { return std::nullopt; }
+
+    // What the music is to go with; nothing for a small thing over a screen, which changes nothing.
+    virtual std::optional<MusicScene> Music() const { return std::nullopt; }
 
     // Saves what the player would lose with the screen. The failure is a sentence to show.
     virtual base::Status SaveWork() { return {}; }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "content/content.h"
+#include "music/sounds.h"
 #include "outside/outside.h"
 #include "save/achievements.h"
 #include "save/firmware_files.h"
@@ -35,6 +36,7 @@ struct ShellParts {
     // it progress is never written either: the player's own must not be lost over it.
     int closed_override = -1;
     Places places = {};
+    Sounds* sounds = nullptr;  // null for a run in silence
     // Hears what could not be saved, beside the player.
     std::function<void(std::string_view sentence)> complain = {};
 };
@@ -153,6 +155,7 @@ public:
     std::string SelectedText();
     void SetSelectedText(const std::string& text);
     void ToggleFullScreen();
+    Sounds& Sound() { return parts_.sounds ? *parts_.sounds : silence_; }
 
 private:
     struct Message {
@@ -167,6 +170,8 @@ private:
     void WriteProgress();
     void CountPlayTime();
     void ApplySettings();
+    void ChooseSounds();
+    void ChooseMusic();
     void UpdateScreens();
     void CommitSwitch();
     std::optional<double> NextScreenFrameAt() const;
@@ -189,6 +194,7 @@ private:
     std::string SaveEverything();
 
     ShellParts parts_;
+    Sounds silence_;
     Kest::Settings settings_;       // in force
     Kest::Settings kept_settings_;  // as the file has them
     Kest::Progress progress_;
