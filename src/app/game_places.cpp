@@ -2,6 +2,7 @@
 
 #include "bench/bench.h"
 #include "screens/board.h"
+#include "screens/options.h"
 #include "screens/pause.h"
 #include "screens/title.h"
 
@@ -24,6 +25,9 @@ Places GamePlaces() {
     at(Place::Board) = Make<Board>;
     at(Place::Bench) = MakeBench;
     at(Place::Pause) = Make<Pause>;
+    at(Place::Options) = [](Shell& shell, std::string_view row) {
+        return std::make_unique<Options>(shell, row);
+    };
     return places;
 }
 

@@ -93,13 +93,16 @@ struct Sight {
     std::string name;
 };
 
-// Every scene when every stage of the game is open, and the screens of a player's first minutes.
+// Every scene when every stage of the game is open, the screens of a player's first minutes, and
+// those that tell of the player's way at its end.
 std::vector<Sight> Sights() {
     constexpr int kLate = 20;
+    constexpr int kEnd = 42;
     std::vector<Sight> sights;
     for (const std::string& scene : Kest::EveryScene(Kest::GamePlaces())) {
         sights.push_back({scene, kLate, scene});
         if (scene.find(':') == std::string::npos) sights.push_back({scene, 0, scene + ":first"});
+        if (scene == "title" || scene == "board") sights.push_back({scene, kEnd, scene + ":last"});
     }
     return sights;
 }
@@ -213,6 +216,20 @@ TEST_CASE("every scene is whole at every size and shows the recorded text") {
     }
     const std::size_t recorded = support::NamesIn("gallery/texts").size();
     CHECK(recorded == sights.size() + gallery::kWidgetPages);  // none is left of what is gone
+}
+
+TEST_CASE("every option is focused once") {
+    constexpr int kOptions = 18;
+    for (int row = 1; row <= kOptions; ++row) {
+        const std::string scene = base::Format("bench:overlay-options-%d", row);
+        CAPTURE(scene);
+        for (const View& view : AllViews()) {
+            if (view.window != kUsual) continue;
+            Show show({scene, 0, scene}, view);
+            CHECK(gallery::Faults(show.Draw(0)) == "");
+            WritePicture(show.Draw(0), view.window, scene, 0, view.large ? "large" : "normal");
+        }
+    }
 }
 
 TEST_CASE("pictures of every scene in every colouring") {

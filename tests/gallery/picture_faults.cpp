@@ -117,12 +117,12 @@ private:
                 hidden = true;
                 continue;
             }
-            if (!outside && At(at).glyph == end) return at;
+            // Behind what hides a part of it the end may be another frame's.
+            if (!outside && At(at).glyph == end) return hidden ? std::nullopt : std::optional(at);
             const bool next_frame =
                 outside || (IsFrame(At(at).role) && IsOneOf(At(at).glyph, U"┌╔"));
             const bool broken = !outside && !line.empty() && !IsOneOf(At(at).glyph, line);
             if (!next_frame && !broken) continue;
-            // Behind what hides it the frame may have ended unseen.
             if (!hidden) Add(broken ? "a text in the left side of a frame" : "a frame is open", at);
             return std::nullopt;
         }

@@ -6,12 +6,14 @@
 //     set 1-02-loopback         the current ticket
 //     open bench 1-02-loopback  a place, and what about
 //     normal                    the text's size
+//     kept "motion": false      what the settings' file says
 //     save                      the progress
 //     done no                   whether the game is over
 
 #include <map>
 
 #include "screens/board.h"
+#include "screens/options.h"
 #include "screens/pause.h"
 #include "screens/title.h"
 #include "support/scene.h"
@@ -57,8 +59,11 @@ Places PlacesWith(std::string_view only) {
     };
     at(Place::Title) = [](Shell& shell, auto) { return std::make_unique<Title>(shell); };
     at(Place::Pause) = [](Shell& shell, auto) { return std::make_unique<Pause>(shell); };
-    if (only == "real")
-        at(Place::Board) = [](Shell& shell, auto) { return std::make_unique<Board>(shell); };
+    if (only != "real") return places;
+    at(Place::Board) = [](Shell& shell, auto) { return std::make_unique<Board>(shell); };
+    at(Place::Options) = [](Shell& shell, std::string_view row) {
+        return std::make_unique<Options>(shell, row);
+    };
     return places;
 }
 
@@ -132,6 +137,9 @@ void PlayScenes(std::string_view file) {
                 game->Draw();
             } else if (step.key == "normal") {
                 game->shell.OverrideSettings([](Settings& s) { s.large_text = false; });
+            } else if (step.key == "kept") {
+                CHECK(game->system.disk.files["data/settings.json"].find(words) !=
+                      std::string::npos);
             } else if (step.key == "save") {
                 game->shell.SaveProgress();
             } else if (step.key == "done") {
@@ -151,4 +159,8 @@ TEST_CASE("title and pause menu show their scenes") {
 
 TEST_CASE("the ticket board shows its scenes") {
     PlayScenes("screens/board.txt");
+}
+
+TEST_CASE("the options show their scenes") {
+    PlayScenes("screens/options.txt");
 }
