@@ -83,7 +83,7 @@ struct EditorKeys {
 TextPosition EditorKeys::WordRight(const CodeEditor& editor) {
     const vi::Walker walker(Text(editor), Caret(editor), vi::Words::Small);
     const TextPosition end = Text(editor).EndOf(Caret(editor).line);
-    const TextPosition next = vi::NextWord(walker, 1, false);
+    const TextPosition next = vi::NextWord(walker, 1, false).at;
     // The end of a line is a stop of its own.
     return Text(editor).Clamped(Caret(editor) < end ? std::min(next, end) : next);
 }

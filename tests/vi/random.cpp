@@ -5,126 +5,177 @@
 #include <cstdlib>
 #include <random>
 
+#include "support/picture.h"
+#include "ui/canvas.h"
 #include "ui/editor_case.h"
+#include "vi/differences.h"
 
 namespace {
 
 using Random = std::mt19937;
+using Words = std::string_view;
 
-template <std::size_t size>
-std::string_view OneOf(Random& random, const std::string_view (&of)[size]) {
-    return of[random() % size];
-}
-
-constexpr std::string_view kPieces[] = {
-    "rx",  " ",    "a",   ", ", "mov", "  ", "$C1", ";",  "loop:", "tx a", "(b)", "[x]", "_1",
-    "djn", "    ", "b.c", "--", ")",   "A",  "'q'", "\"", "Wait",  "0",    "x",   "{y}",
+constexpr Words kPieces[] = {
+    "rx",  " ",  "a",   ", ",   "mov", "  ", "$C1", ";", "loop:", "tx a", "(b)",
+    "[x]", "_1", "djn", "    ", "b.c", "--", ")",   "A", "'q'",   "\"",   "Wait",
+    "0",   "x",  "{y}", "(",    "\"s", "'",  "[",   "]", "((",    "'' ",
 };
-constexpr std::string_view kLines[] = {"rx a",   "    tx a", "",      "",     "loop: mov a, $C1",
-                                       "jmp aa", "  halt",   "; a a", "    ", "djn b, loop"};
+constexpr Words kLines[] = {"rx a",   "    tx a", "",      "",     "loop: mov a, $C1",
+                            "jmp aa", "  halt",   "; a a", "    ", "djn b, loop"};
 
-constexpr std::string_view kMotions[] = {
-    "h",  "j",  "k",  "l",  "w", "b",  "e",  "W",         "B",         "E",
-    "0",  "^",  "$",  "gg", "G", "{",  "}",  "fa",        "Fa",        "ta",
-    "Ta", ";",  ",",  "n",  "N", "*",  "#",  "%",         "_",         "+",
-    "-",  "ge", "gE", "g_", "|", "f ", "t,", "/a<Enter>", "?x<Enter>", "<Enter>",
+constexpr Words kMotions[] = {
+    "h",      "j",     "k",           "l",       "w",         "b",         "e",
+    "W",      "B",     "E",           "0",       "^",         "$",         "gg",
+    "G",      "{",     "}",           "fa",      "Fa",        "ta",        "Ta",
+    ";",      ",",     "n",           "N",       "*",         "#",         "%",
+    "_",      "+",     "-",           "ge",      "gE",        "g_",        "|",
+    "f ",     "t,",    " ",           "<Left>",  "<Right>",   "<Up>",      "<Down>",
+    "<Home>", "<End>", "<Backspace>", "<Enter>", "/a<Enter>", "?x<Enter>", "/<Enter>",
 };
-// Those that take something: what vim makes of the case of nothing is a quirk.
-constexpr std::string_view kTakingMotions[] = {"w", "W", "e", "E", "$", "j", "k", "G", "gg", "fa"};
-constexpr std::string_view kObjects[] = {"iw", "aw", "iW", "aW", "ip", "ap"};
-constexpr std::string_view kOperators[] = {"d", "y", "c", ">", "<<>", "g~", "gu", "gU", "d", "c"};
-constexpr std::string_view kDoubled[] = {"dd", "yy", "cc", ">>", "<<><<>", "g~~", "guu", "gUU"};
-constexpr std::string_view kChanges[] = {"x", "X",  "D",  "C",        "s", "S", "Y",
-                                         "J", "gJ", "r-", "~",        "p", "P", "p",
-                                         "P", ".",  ".",  "r<Enter>", "u", "u", "<Ctrl+Y>"};
-constexpr std::string_view kInserts[] = {"i", "a", "I", "A", "o", "O"};
-constexpr std::string_view kTyped[] = {
-    "x",  "zz ",   ";",  ", ",  "<Enter>", "<Enter>",  "<Backspace>", "<Backspace>",
-    "Tx", "<Del>", "  ", "nop", "<Tab>",   "<Ctrl+W>", "<Ctrl+U>",    "a",
+// Those that take something.
+constexpr Words kTakingMotions[] = {"w", "W", "e", "E", "$", "j", "k", "G", "gg", "fa"};
+constexpr Words kObjects[] = {"iw", "aw", "iW", "aW", "ip", "ap", "iw",  "aw",
+                              "iW", "aW", "ip", "ap", "i'", "a'", "i\"", "a\"",
+                              "i(", "a(", "i)", "a)", "i[", "a[", "i]",  "a]"};
+constexpr Words kOperators[] = {"d", "y", "c", ">", "<<>", "g~", "gu", "gU", "d", "c"};
+constexpr Words kDoubled[] = {"dd", "yy", "cc", ">>", "<<><<>", "g~~", "guu", "gUU"};
+constexpr Words kChanges[] = {"x", "X",  "D", "C",        "s", "S",        "Y",    "J",
+                              "~", "gJ", "p", "P",        "p", "P",        ".",    ".",
+                              ".", "r-", "u", "r<Enter>", "u", "<Ctrl+Y>", "<Del>"};
+constexpr Words kInserts[] = {"i", "a", "I", "A", "o", "O"};
+constexpr Words kTyped[] = {
+    "x",           "zz ",      ";",     ", ",     "<Enter>",  "<Enter>",  "<Backspace>",
+    "<Backspace>", "Tx",       "<Del>", "  ",     "nop",      "<Tab>",    "a",
+    "<Ctrl+H>",    "<Ctrl+W>", "y {z}", "<Tab>a", "<Ctrl+U>", "<Ctrl+W>",
 };
-// These are commands that both know where nothing takes them for text.
-constexpr std::size_t kHarmless = 12;
-constexpr std::string_view kVisualActs[] = {"d", "x", "y", "c", "s",  ">", "<<>",
-                                            "~", "u", "U", "J", "r=", "p", "P",
-                                            "D", "Y", "C", "X", "S",  "R", "gJ"};
+constexpr Words kCursorKeys[] = {"<Left>", "<Right>", "<Up>", "<Down>", "<Home>", "<End>"};
+constexpr Words kVisualActs[] = {"d",  "x",  "y",  "c",  "s",     ">", "<<>", "~",    "u", "U",
+                                 "J",  "r=", "p",  "P",  "D",     "Y", "C",   "X",    "S", "R",
+                                 "gJ", "g~", "gu", "gU", "<Esc>", "v", "V",   "<Del>"};
 
-std::string Count(Random& random) {
-    return random() % 4 == 0 ? std::to_string(2 + random() % 4) : std::string();
-}
-
-std::string Motion(Random& random) {
-    return Count(random) + std::string(OneOf(random, kMotions));
-}
-
-std::string Typing(Random& random, std::size_t of = kHarmless) {
-    std::string typed;
-    for (auto k = random() % 5; k > 0; --k) typed += kTyped[random() % of];
-    return typed + "<Esc>";
-}
-
-std::string Object(Random& random, std::string_view op) {
-    return std::string(OneOf(random, kObjects)) + (op == "c" ? Typing(random) : "");
-}
-
-std::string Visual(Random& random) {
-    std::string keys(random() % 3 == 0 ? "V" : "v");
-    if (random() % 4 == 0) keys += OneOf(random, kObjects);
-    for (auto k = random() % 4; k > 0; --k) {
-        keys += random() % 8 == 0 ? std::string("o") : Motion(random);
+// A case that comes about key by key, in the editor itself.
+class Player {
+public:
+    explicit Player(Random& random) : random_(random) {
+        editor_.SetViKeys(true);
+        editor_.SetText(Text());
+        zo::ui::Frame frame = fake::BlankFrame(80, 40);
+        zo::ui::Canvas canvas(frame, 0);
+        zo::ui::Pressables pressables;
+        editor_.Draw(canvas, pressables, {0, 0, 80, 40}, true);
+        const int line = Below(editor_.Buffer().LineCount());
+        editor_.SetCaret({line, Below(std::max(editor_.Buffer().Length(line), 1))});
+        before_ = editor_case::Marked(editor_);
+        // What "." and "p" begin with is known.
+        Send("i.<Esc>yl");
     }
-    const std::string_view act = OneOf(random, kVisualActs);
-    keys += random() % 12 == 0 ? std::string("<Esc>") : std::string(act);
-    if (act == "c" || act == "s" || act == "C" || act == "S" || act == "R") keys += Typing(random);
-    return keys;
-}
 
-std::string Command(Random& random) {
-    switch (random() % 12) {
-        case 0:
-        case 1:
-        case 2:
-            return Motion(random);
-        case 3:
-        case 4:
-        case 5: {
-            const std::string_view op = OneOf(random, kOperators);
-            const bool object = random() % 4 == 0;
-            if (object) return std::string(op) + Object(random, op);
-            std::string keys = Count(random) + std::string(op);
-            keys += op[0] == 'g' ? std::string(OneOf(random, kTakingMotions)) : Motion(random);
-            return op == "c" ? keys + Typing(random) : keys;
+    void PlayCommand() {
+        switch (Below(12)) {
+            case 0:
+            case 1:
+            case 2:
+                Send(Below(40) == 0 ? std::string(":2<Enter>") : Motion());
+                break;
+            case 3:
+            case 4:
+            case 5:
+                Operate();
+                break;
+            case 6:
+                Send(Count() + OneOf(kDoubled));
+                break;
+            case 7:
+            case 8:
+                Send(Count() + OneOf(kChanges));
+                break;
+            case 9:
+            case 10:
+                Send(Count() + OneOf(kInserts));
+                break;
+            default:
+                Select();
+                break;
         }
-        case 6: {
-            const std::string_view keys = OneOf(random, kDoubled);
-            return Count(random) + std::string(keys) + (keys == "cc" ? Typing(random) : "");
-        }
-        case 7:
-        case 8: {
-            const std::string_view keys = OneOf(random, kChanges);
-            const bool types = keys == "C" || keys == "s" || keys == "S";
-            return Count(random) + std::string(keys) + (types ? Typing(random) : "");
-        }
-        case 9:
-        case 10:
-            return Count(random) + std::string(OneOf(random, kInserts)) +
-                   Typing(random, std::size(kTyped));
-        default:
-            return Visual(random);
+        if (editor_.ModeName() == "INSERT") Type();
     }
-}
 
-std::string Text(Random& random) {
-    std::string text;
-    for (auto lines = 1 + random() % 6; lines > 0; --lines) {
-        if (random() % 2 == 0) {
-            text += OneOf(random, kLines);
-        } else {
-            for (auto k = random() % 6; k > 0; --k) text += OneOf(random, kPieces);
-        }
-        if (lines > 1) text += '\n';
+    void Print() {
+        Send("<Esc><Esc>");
+        std::printf("keys %s  in %s  out %s\n", keys_.c_str(), before_.c_str(),
+                    editor_case::Marked(editor_).c_str());
     }
-    return text;
-}
+
+private:
+    int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+    template <std::size_t size>
+    std::string OneOf(const Words (&of)[size]) {
+        return std::string(of[random_() % size]);
+    }
+    std::string Count() { return Below(4) == 0 ? std::to_string(2 + Below(4)) : std::string(); }
+    std::string Motion() {
+        const std::string motion = OneOf(kMotions);
+        return motion == "0" ? motion : Count() + motion;  // which would be part of the count
+    }
+
+    std::string Text() {
+        std::string text;
+        for (int lines = 1 + Below(6); lines > 0; --lines) {
+            if (Below(2) == 0) {
+                text += OneOf(kLines);
+            } else {
+                for (int k = Below(6); k > 0; --k) text += OneOf(kPieces);
+            }
+            if (lines > 1) text += '\n';
+        }
+        return text;
+    }
+
+    // Keys at which the two are to differ are not sent.
+    void Send(const std::string& keys) {
+        const vi_case::Moment moment = {editor_, keys, keys_, moved_in_insertion_};
+        for (const vi_case::Difference& difference : vi_case::kDifferences) {
+            if (difference.meets && difference.meets(moment)) return;
+        }
+        editor_case::Send(editor_, keys);
+        keys_ += keys;
+    }
+
+    void Operate() {
+        const std::string op = Count() + OneOf(kOperators);
+        if (Below(4) == 0) return Send(op + Count() + OneOf(kObjects));
+        Send(op + (op.find('g') == std::string::npos ? Motion() : OneOf(kTakingMotions)));
+    }
+
+    void Select() {
+        Send(Below(3) == 0 ? "V" : "v");
+        for (int k = Below(4); k > 0; --k) {
+            if (Below(4) == 0) {
+                Send(Count() + OneOf(kObjects));
+            } else {
+                Send(Below(8) == 0 ? std::string("o") : Motion());
+            }
+        }
+        Send((Below(8) == 0 ? Count() : "") + OneOf(kVisualActs));
+        if (editor_.ModeName().starts_with("VISUAL")) Send("<Esc>");
+    }
+
+    void Type() {
+        moved_in_insertion_ = false;
+        for (int k = Below(6); k > 0; --k) {
+            const bool moves = Below(16) == 0;
+            Send(moves ? OneOf(kCursorKeys) : OneOf(kTyped));
+            moved_in_insertion_ |= moves;
+        }
+        Send("<Esc>");
+    }
+
+    Random& random_;
+    zo::ui::CodeEditor editor_;
+    std::string before_;
+    std::string keys_;
+    bool moved_in_insertion_ = false;
+};
 
 }  // namespace
 
@@ -132,23 +183,9 @@ int main(int argc, char** argv) {
     const int count = argc > 1 ? std::atoi(argv[1]) : 200;
     Random random(argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 1U);
     for (int k = 0; k < count; ++k) {
-        zo::ui::CodeEditor editor;
-        editor.SetViKeys(true);
-        editor.SetText(Text(random));
-        const int line = static_cast<int>(random()) % editor.Buffer().LineCount();
-        const int length = editor.Buffer().Length(std::abs(line));
-        editor.SetCaret(
-            {std::abs(line), length > 0 ? static_cast<int>(random() % 97) % length : 0});
-        const std::string before = editor_case::Marked(editor);
-        // What "." and "p" begin with is known.
-        std::string keys = "i.<Esc>yl";
-        for (auto commands = 1 + random() % 6; commands > 0; --commands) keys += Command(random);
-        keys += "<Esc><Esc>";
-        if (std::getenv("VI_TRACE"))
-            std::fprintf(stderr, "%s  in %s\n", keys.c_str(), before.c_str());
-        editor_case::Send(editor, keys);
-        std::printf("keys %s  in %s  out %s\n", keys.c_str(), before.c_str(),
-                    editor_case::Marked(editor).c_str());
+        Player player(random);
+        for (auto commands = 1 + random() % 8; commands > 0; --commands) player.PlayCommand();
+        player.Print();
     }
     return 0;
 }

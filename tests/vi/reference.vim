@@ -9,19 +9,6 @@ set encoding=utf-8 noswapfile viminfo= nomore nofixendofline report=9999 shortme
 " What the game has for options.
 set noshowmode belloff=all nojoinspaces autoindent expandtab tabstop=4 shiftwidth=4 shiftround backspace=indent,eol,start noswapfile
 
-" "{" in a text of one line goes to its start; this vim goes to its end.
-noremap <expr> { line('$') > 1 ? '{' : v:count > 1 ? "\<Esc>" : '0'
-" Nothing is selected of an empty last line; this vim takes the end of the line above.
-for s:object in ['iw', 'iW']
-    for s:mode in ['o', 'x']
-        execute s:mode . 'noremap <expr> ' . s:object . ' getline(".") ==# "" && line(".") == line("$") ? '
-            \ . (s:mode ==# 'o' ? '"l"' : '"0"') . ' : "' . s:object . '"'
-    endfor
-endfor
-" Keys of Insert mode mean nothing where an insertion did not come about.
-noremap <C-w> <Nop>
-noremap <Tab> <Nop>
-
 " Keys have the names of the key bar; "<<>" types a "<".
 let s:names = {'Esc': "\<Esc>", 'Enter': "\<CR>", 'Backspace': "\<BS>", 'Tab': "\<Tab>",
     \ 'Del': "\<Del>", 'Left': "\<Left>", 'Right': "\<Right>", 'Up': "\<Up>", 'Down': "\<Down>",
@@ -64,6 +51,7 @@ function s:Play(case)
     let parts = matchlist(a:case, '^keys \(.\{-}\)\( \+\)in \(.\{-}\)\( \+\)out .\{-}\(  message .*\)\?$')
     call s:Load(parts[3])
     let @/ = ''
+    call setreg('"', [])
     call setcharsearch({'char': "\x01"})
     " An error is no news here, and is not to be waited for.
     let g:keys = s:Keys(parts[1])

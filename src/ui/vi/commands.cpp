@@ -78,10 +78,6 @@ constexpr VisualOperator kVisualOperators[] = {
     {U"U", Operator::UpperCase},    {U"gU", Operator::UpperCase},
 };
 
-const OperatorRow* RowOf(Operator op) {
-    return &*std::ranges::find(kOperators, op, &OperatorRow::op);
-}
-
 // Reads the keys of one command from their start.
 class Reader {
 public:
@@ -182,6 +178,10 @@ Parsed ParseVisual(Reader& reader, Command& command) {
 }
 
 }  // namespace
+
+const OperatorRow* RowOf(Operator op) {
+    return &*std::ranges::find(kOperators, op, &OperatorRow::op);
+}
 
 Parsed Parse(std::u32string_view keys, Mode mode, Command& command) {
     Reader reader(keys);

@@ -10,12 +10,10 @@
 namespace zo::ui::vi {
 namespace {
 
-// The keys of the cursor block as those of Normal mode.
-Key AsLetter(Key key) {
-    constexpr std::pair<Key, Key> kLetters[] = {{kLeft, U'h'}, {kRight, U'l'}, {kUp, U'k'},
-                                                {kDown, U'j'}, {kHome, U'0'},  {kEnd, U'$'}};
-    const auto* found = std::ranges::find(kLetters, key, &std::pair<Key, Key>::first);
-    return found == std::end(kLetters) ? key : found->second;
+std::u16string TextOf(Key key) {
+    std::u16string text;
+    base::AppendUtf16(text, key);
+    return text;
 }
 
 }  // namespace
@@ -46,7 +44,12 @@ void Machine::CommandKey(Key key) {
         pending_.clear();
         return;
     }
-    pending_ += AsLetter(key);
+    // Del takes back a digit of a count.
+    if (key == kDelete && !pending_.empty() && pending_.back() <= U'9' && pending_.back() >= U'0') {
+        pending_.pop_back();
+        return;
+    }
+    pending_ += key;
     Command command;
     switch (Parse(pending_, mode_, command)) {
         case Parsed::Incomplete:
@@ -71,7 +74,16 @@ void Machine::Run(const Command& command) {
     }
     touched_ = false;
     Change change{.command = command, .size = {}, .typed = {}};
-    if (const auto selected = Selection()) change.size = SizeOf(*selected);
+    if (const auto selected = Selection()) {
+        change.size = SizeOf(*selected);
+        // A put over a selection is repeated as the deletion that it begins with.
+        const bool puts =
+            command.act && (command.act->act == Act::Put || command.act->act == Act::PutBefore);
+        if (puts) {
+            change.command = {};
+            change.command.op = RowOf(Operator::Delete);
+        }
+    }
     if (!Execute(command)) return;
     if (command.Changes()) last_change_ = std::move(change);
     if (mode_ != Mode::Insert && touched_) state_.document.Leave(state_.selection);
@@ -90,7 +102,7 @@ bool Machine::ExecuteInVisual(const Command& command) {
     if (command.lines) mode_ = Mode::VisualLine;
     const Region region = *Selection();
     LeaveVisual();
-    Apply(command.op->op, region, command.Times());
+    ActOn(command, region);
     return true;
 }
 
@@ -148,9 +160,13 @@ bool Machine::Move(const Command& command) {
     const auto target = Seek(command, IsVisual(mode_) ? Asker::Selection : Asker::Caret);
     if (!target) return false;
     Place(target->at);
-    if (target->goal == Goal::Keep) state_.goal = goal;
-    if (target->goal == Goal::LineEnd) state_.goal = kLineEnd;
+    SetGoal(target->goal, goal);
     return true;
+}
+
+void Machine::SetGoal(Goal goal, int before) {
+    if (goal == Goal::Keep) state_.goal = before;
+    if (goal == Goal::LineEnd) state_.goal = kLineEnd;
 }
 
 void Machine::Place(TextPosition at) {
@@ -181,9 +197,13 @@ std::optional<Machine::Selected> Machine::Selection() const {
     if (!IsVisual(mode_)) return std::nullopt;
     const auto [from, last] = std::minmax({visual_start_, Caret()});
     const bool lines = mode_ == Mode::VisualLine;
-    if (!lines) return Selected{from, Text().After(last), false};
-    // What acts on the lines leaves the caret where it is only when that is before their end.
-    return Selected{{from.line, Caret() < visual_start_ ? from.column : 0}, last, true};
+    if (!lines) {
+        const TextPosition behind = Text().After(last);
+        return Selected{from, behind, false, false, last.line};
+    }
+    // What acts on the lines leaves the caret where it is only when that is above where they began.
+    const bool stays = Caret().line < visual_start_.line;
+    return Selected{{from.line, stays ? from.column : 0}, last, true, false, last.line};
 }
 
 void Machine::StartVisual(vi::Mode mode) {
@@ -209,13 +229,22 @@ void Machine::LeaveVisual() {
     if (Caret().column < goal && goal == kLineEnd) state_.goal = goal;
 }
 
+std::optional<Extent> Machine::Find(const Command& command) const {
+    const bool selecting = IsVisual(mode_);
+    return command.object->find({.text = Text(),
+                                 .caret = Caret(),
+                                 .start = selecting ? visual_start_ : Caret(),
+                                 .selecting = selecting,
+                                 .by_lines = mode_ == Mode::VisualLine,
+                                 .count = command.Times()});
+}
+
 bool Machine::SelectObject(const Command& command) {
-    const auto [from, to] = std::minmax({visual_start_, Caret()});
-    const auto extent = command.object->find({Text(), from, to, command.Times()});
-    if (!extent || extent->empty) return false;
-    mode_ = extent->lines ? Mode::VisualLine : Mode::Visual;
-    visual_start_ = extent->lines ? TextPosition{extent->from.line, from.column} : extent->from;
-    Place(extent->to);
+    const auto extent = Find(command);
+    if (!extent) return Place(Caret()), false;
+    if (!extent->failed) mode_ = extent->reach == Reach::Lines ? Mode::VisualLine : Mode::Visual;
+    visual_start_ = Text().Clamped(extent->start);
+    Place(extent->caret);
     return true;
 }
 
@@ -233,9 +262,10 @@ Machine::Region Machine::RegionOfSize(const Size& size) const {
     TextPosition last = {std::min(from.line + size.lines - 1, Text().LineCount() - 1), 0};
     const int start = size.lines > 1 ? 0 : from.column;
     last.column = size.to_line_end ? Text().Length(last.line) : start + size.columns - 1;
-    last = std::max(Text().Clamped(last), from);
     const bool lines = size.mode == Mode::VisualLine;
-    return {from, lines ? last : Text().After(last), lines};
+    const auto [first, end] = std::minmax({from, Text().Clamped(last)});
+    const TextPosition behind = lines ? end : Text().After(end);
+    return {first, behind, lines, false, end.line};
 }
 
 void Machine::EraseSelected() {
@@ -270,7 +300,8 @@ void Machine::StartInsert(TextPosition at, int times, bool opens_lines) {
     const bool fresh = state_.fresh_indent && at == Caret();
     PutCaret(state_, at);
     state_.fresh_indent = fresh;
-    insertion_ = {.times = times, .opens_lines = opens_lines, .start = at, .typed = {}};
+    const TextPosition start = {at.line, opens_lines ? 0 : at.column};
+    insertion_ = {.times = times, .opens_lines = opens_lines, .start = start, .typed = {}};
 }
 
 void Machine::InsertKey(Key key) {
@@ -278,49 +309,69 @@ void Machine::InsertKey(Key key) {
     if (key < kFirstUnprintable) {
         // A key that found nothing to erase is no part of a repetition.
         const std::uint64_t before = state_.document.Revision();
+        const TextPosition from = Caret();
         TypeKey(key);
+        if (insertion_.moved) MoveStart(from);
         if (state_.document.Revision() != before) insertion_.typed += key;
         return;
     }
     // The cursor block moves the caret. What comes then is another step and no part of a
     // repetition.
     Command command;
-    Parse(std::u32string(1, AsLetter(key)), Mode::Normal, command);
-    const bool leaves_line = key == kUp || key == kDown;
-    if (leaves_line) DropFreshIndent(state_);
-    Asker asker = Asker::Selection;  // may stand behind the last character
-    const int goal = state_.goal;
-    const auto target = Seek(command, asker);
+    Parse(std::u32string(1, key), Mode::Normal, command);
+    const auto target = Seek(command, Asker::Selection);  // may stand behind the last character
     if (!target) return;
+    const int goal = state_.goal;
+    if (target->at.line != Caret().line) DropFreshIndent(state_);
     PutCaret(state_, target->at);
-    if (target->goal == Goal::Keep) state_.goal = goal;
+    SetGoal(target->goal, goal);
+    insertion_.moved = true;
     insertion_.repeatable = false;
     touched_ = false;
 }
 
+// Text is typed at another place than before, which is the start of the insertion from now on; but
+// once something was typed, not farther to the right.
+void Machine::MoveStart(TextPosition from) {
+    insertion_.moved = false;
+    if (!insertion_.typed.empty() && from.column > insertion_.start.column) {
+        insertion_.start_stays = true;
+    }
+    const bool joined = Caret().line < from.line;
+    if (!insertion_.start_stays) insertion_.start = joined ? Caret() : from;
+}
+
 void Machine::TypeKey(Key key) {
     Touch();
-    emptied_ = false;
+    const int lines = Text().LineCount();
+    const std::uint64_t before = state_.document.Revision();
     switch (key) {
         case kEnter:
-            return BreakLine(state_);
+            BreakLine(state_);
+            break;
         case kBackspace:
-            return EraseBack(state_);
+            EraseBack(state_);
+            break;
         case kDelete:
-            return EraseForward(state_);
+            EraseForward(state_);
+            break;
         case kTab:
-            return InsertTab(state_);
+            InsertTab(state_);
+            break;
         case Control('w'):
-            return EraseWordBack();
+            EraseWordBack();
+            break;
         case Control('u'):
-            return EraseLineBack();
+            EraseLineBack();
+            break;
         default:
+            if (IsText(key)) InsertText(state_, TextOf(key));
             break;
     }
-    if (!IsText(key)) return;
-    std::u16string text;
-    base::AppendUtf16(text, key);
-    InsertText(state_, text);
+    if (state_.document.Revision() != before) emptied_ = false;
+    // A line's start that was joined to the line above takes the start of the insertion along.
+    const bool joined = Text().LineCount() < lines;
+    if (joined && Caret().line < insertion_.start.line) insertion_.start = Caret();
 }
 
 // The blanks before the caret and the word before them.
@@ -381,22 +432,24 @@ void Machine::FinishInsert() {
         if (insertion_.opens_lines) TypeKey(kEnter);
         for (const Key key : insertion_.typed) TypeKey(key);
     }
-    const TextPosition caret = BesideTyped();
-    DropFreshIndent(state_);
     mode_ = Mode::Normal;
-    Place(std::min(caret, Text().EndOf(caret.line)));
+    EndTyping();
     state_.document.Leave(state_.selection);
-    if (replaying_ || !last_change_) return;
+    if (!last_change_) return;
     last_change_->typed = insertion_.typed;
     last_change_->repeatable = insertion_.repeatable;
 }
 
-// Where the caret goes when typing ends: back on the last character typed. When a line was broken
-// before its last character, that keeps the caret.
-TextPosition Machine::BesideTyped() const {
-    const TextPosition caret = Caret();
-    const bool at_last = state_.fresh_indent && caret.column + 1 == Text().Length(caret.line);
-    return caret.column > 0 && !at_last ? Text().Before(caret) : caret;
+// Typing ends: the caret goes back on the last character typed, and an indent that was not used
+// goes. When a line was broken before its last character, that keeps the caret.
+void Machine::EndTyping() {
+    const TextPosition end = Caret();
+    const bool at_last = state_.fresh_indent && end.column + 1 == Text().Length(end.line);
+    const TextPosition beside = end.column > 0 && !at_last ? Text().Before(end) : end;
+    DropFreshIndent(state_);
+    const bool dropped = Caret() < end;
+    Place(std::min(beside, Text().EndOf(end.line)));
+    if (dropped) state_.goal = end.column;
 }
 
 void Machine::Touch() {
@@ -406,8 +459,13 @@ void Machine::Touch() {
 
 TextPosition Machine::Replace(TextPosition from, TextPosition to, std::u16string_view text) {
     Touch();
-    emptied_ = false;
+    if (from != to || !text.empty()) emptied_ = false;
     return state_.document.Replace(from, to, text);
+}
+
+void Machine::ChangeNothing() {
+    Touch();
+    state_.document.Replace(Caret(), Caret(), {});
 }
 
 }  // namespace zo::ui::vi

@@ -49,6 +49,8 @@ public:
     struct Selected {
         TextPosition from, to;
         bool lines = false;
+        bool no_character = false;  // one was to be in it, but the line has none
+        int last_line = 0;          // of what is selected
     };
     std::optional<Selected> Selection() const;
     void SelectTo(TextPosition from, TextPosition to);  // Visual mode, as the mouse does
@@ -86,6 +88,8 @@ private:
         int times = 1;
         bool opens_lines = false;  // every time on a line of its own
         TextPosition start;        // of what was typed; erasures stop there once
+        bool moved = false;        // the caret, since the last key that typed or erased
+        bool start_stays = false;  // wherever the caret moves
         std::u32string typed;
         bool repeatable = true;
     };
@@ -108,13 +112,16 @@ private:
     bool ExecuteInVisual(const Command& command);
     void Run(const Command& command);
     bool Move(const Command& command);
+    void SetGoal(Goal goal, int before);
     bool Operate(const Command& command);
     bool Perform(const Command& command);
     bool PerformInVisual(const Command& command);
+    void ActOn(const Command& command, const Region& region);
 
     std::optional<Target> Seek(const Command& command, Asker asker);
     std::optional<Region> RegionOf(const Command& command);
-    Region Between(const Target& target, Operator op) const;
+    Region Between(TextPosition from, TextPosition last, Reach reach, Operator op) const;
+    std::optional<Extent> Find(const Command& command) const;
     bool SelectObject(const Command& command);
     void Apply(Operator op, const Region& region, int times);
 
@@ -139,11 +146,12 @@ private:
 
     void StartInsert(TextPosition at, int times, bool opens_lines = false);
     void TypeKey(Key key);
+    void MoveStart(TextPosition from);
     void EraseWordBack();
     void EraseLineBack();
     void EraseBackTo(int column);
     void FinishInsert();
-    TextPosition BesideTyped() const;
+    void EndTyping();
     void StartVisual(vi::Mode mode);
     Size SizeOf(const Region& region) const;
     Region RegionOfSize(const Size& size) const;
@@ -151,6 +159,7 @@ private:
     // The next edit of this command begins its step, with the caret where it is then.
     void Touch();
     TextPosition Replace(TextPosition from, TextPosition to, std::u16string_view text);
+    void ChangeNothing();         // which is a step all the same
     void Place(TextPosition at);  // clamped to where the mode lets the caret stand
     void PlaceAtText(int line);
 
@@ -162,7 +171,6 @@ private:
     View view_;
     Wishes wishes_;
     bool touched_ = false;  // the step of this command is open
-    bool replaying_ = false;
     Searches searches_;
     bool emptied_ = false;  // all lines were deleted, so that none is left to put others beside
     std::optional<Yanked> yanked_;

@@ -21,6 +21,11 @@ std::u16string Repeated(std::u16string_view text, int times) {
     return repeated;
 }
 
+Asker AskerOf(Operator op) {
+    if (op == Operator::Change) return Asker::ChangeOperator;
+    return op == Operator::Delete ? Asker::DeleteOperator : Asker::Operator;
+}
+
 char16_t InCase(char16_t c, Operator op) {
     const bool lower = (c >= u'a' && c <= u'z') || (c >= 0xE0 && c <= 0xFE && c != 0xF7);
     const bool upper = (c >= u'A' && c <= u'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7);
@@ -51,32 +56,34 @@ std::optional<Machine::Region> Machine::RegionOf(const Command& command) {
         return Region{{Caret().line, column}, {std::min(last, Text().LineCount() - 1), 0}, true};
     }
     if (command.object) {
-        const auto extent = command.object->find({Text(), Caret(), Caret(), command.Times()});
-        if (!extent) return std::nullopt;
-        const bool nothing = extent->empty || Text().Length(extent->to.line) == 0;
-        const TextPosition to = nothing ? extent->to : Text().After(extent->to);
-        return Region{extent->from, extent->lines ? extent->to : to, extent->lines};
+        const auto extent = Find(command);
+        if (extent && !extent->failed) {
+            return Between(extent->start, extent->caret, extent->reach, command.op->op);
+        }
+        Place(extent ? extent->caret : Caret());
+        return std::nullopt;
     }
-    const bool change = command.op->op == Operator::Change;
-    const auto target = Seek(command, change ? Asker::ChangeOperator : Asker::Operator);
+    const auto target = Seek(command, AskerOf(command.op->op));
     if (!target) return std::nullopt;
     if (target->failed) {
         Place(target->at);
+        SetGoal(target->goal, state_.goal);
         return std::nullopt;
     }
-    return Between(*target, command.op->op);
+    const auto [from, to] = std::minmax({Caret(), target->at});
+    return Between(from, to, target->reach, command.op->op);
 }
 
-// The text between the caret and a motion's target. One that ends before a line's first character
-// leaves that line alone; and from a line's first text on it takes the lines whole.
-Machine::Region Machine::Between(const Target& target, Operator op) const {
-    const auto [from, last] = std::minmax({Caret(), target.at});
-    if (target.reach == Reach::Lines) return {from, last, true};
+// The text from one place to a later one. One that ends before a line's first character leaves that
+// line alone; and from a line's first text on it takes the lines whole.
+Machine::Region Machine::Between(TextPosition from, TextPosition last, Reach reach,
+                                 Operator op) const {
+    if (reach == Reach::Lines) return {from, last, true};
     const auto in_indent = [&] { return from.column <= Text().Indent(from.line); };
     TextPosition to = last;
-    if (target.reach == Reach::Inclusive && last.column < Text().Length(last.line)) {
+    if (reach == Reach::Inclusive && last.column < Text().Length(last.line)) {
         to = Text().After(last);
-    } else if (target.reach == Reach::Exclusive && to.line > from.line && to.column == 0) {
+    } else if (reach == Reach::Exclusive && to.line > from.line && to.column == 0) {
         to = Text().EndOf(to.line - 1);
         if (in_indent()) return {from, to, true};
     }
@@ -84,7 +91,7 @@ Machine::Region Machine::Between(const Target& target, Operator op) const {
         Text().Line(to.line).find_first_not_of(u' ', static_cast<std::size_t>(to.column)) ==
         std::u16string::npos;
     const bool whole = op == Operator::Delete && to.line > from.line && blank_behind && in_indent();
-    return {from, to, whole};
+    return {from, to, whole, reach == Reach::Inclusive && from == to};
 }
 
 void Machine::Apply(Operator op, const Region& region, int times) {
@@ -122,10 +129,10 @@ void Machine::Yank(const Region& region) {
 }
 
 void Machine::Delete(const Region& region) {
-    const bool nothing = !region.lines && region.from == region.to;
-    if (nothing) {
-        Replace(region.from, region.to, {});
-        return;
+    if (emptied_) return;
+    if (!region.lines && region.from == region.to) {
+        if (!region.no_character) ChangeNothing();
+        return Place(region.from);
     }
     Yank(region);
     if (!region.lines) {
@@ -147,7 +154,15 @@ void Machine::Delete(const Region& region) {
 
 // Of whole lines one is left, with its indent.
 void Machine::ChangeText(const Region& region) {
+    if (emptied_) {
+        ChangeNothing();
+        return StartInsert(Caret(), 1);
+    }
     if (!region.lines) {
+        if (region.no_character) {
+            Yank(region);
+            ChangeNothing();
+        }
         Delete(region);
         return StartInsert(region.from, 1);
     }
@@ -250,8 +265,6 @@ bool Machine::Perform(const Command& command) {
 }
 
 bool Machine::PerformInVisual(const Command& command) {
-    const Region region = *Selection();
-    const int last = std::max(visual_start_, Caret()).line;
     const Act act = command.act->act;
     switch (act) {
         case Act::Select:
@@ -267,25 +280,33 @@ bool Machine::PerformInVisual(const Command& command) {
             return Place(start), true;
         }
         case Act::Replace:
-            LeaveVisual();
-            ReplaceSelected(region, command.character);
-            return true;
         case Act::Join:
         case Act::JoinTight:
-            LeaveVisual();
-            Place(region.from);
-            return Join(region.from.line, last - region.from.line + 1, act == Act::JoinTight);
         case Act::Put:
-        case Act::PutBefore:
+        case Act::PutBefore: {
+            const Region region = *Selection();
             LeaveVisual();
-            PutOver(region, command.Times(), act == Act::PutBefore);
+            ActOn(command, region);
             return true;
+        }
         case Act::CommandLine:
             LeaveVisual();
             return Perform(command);
         default:
             return Perform(command);
     }
+}
+
+// What an operator or another command makes of a selection.
+void Machine::ActOn(const Command& command, const Region& region) {
+    if (command.op) return Apply(command.op->op, region, command.Times());
+    const Act act = command.act->act;
+    if (act == Act::Replace) return ReplaceSelected(region, command.character);
+    if (act == Act::Put || act == Act::PutBefore) {
+        return PutOver(region, command.Times(), act == Act::PutBefore);
+    }
+    Place(region.from);
+    Join(region.from.line, region.last_line - region.from.line + 1, act == Act::JoinTight);
 }
 
 bool Machine::OpenLine(const Command& command, bool below) {
@@ -312,7 +333,8 @@ bool Machine::ReplaceCharacters(const Command& command) {
         Touch();
         state_.selection = {to, from};
         BreakLine(state_);
-        return Place(BesideTyped()), true;
+        EndTyping();
+        return true;
     }
     if (!IsText(command.character)) return false;
     std::u16string one;
@@ -350,7 +372,12 @@ bool Machine::Join(int first, int lines, bool tight) {
     const int rest = Text().LineCount() - first;
     if (lines <= 2 && rest < 2) return false;
     lines = std::min(std::max(lines, 2), rest);
+    if (lines == 1) {
+        ChangeNothing();
+        emptied_ = false;
+    }
     int column = 0;
+    int joined_from = 0;  // where the line begins that was joined last
     for (int k = 1; k < lines; ++k) {
         const TextPosition end = Text().EndOf(first);
         column = end.column;
@@ -360,15 +387,16 @@ bool Machine::Join(int first, int lines, bool tight) {
         }
         const TextPosition start = {first + 1, Text().Indent(first + 1)};
         const char16_t next = Text().At(start);
-        const bool blank_there = end.column == 0 || Text().At({first, end.column - 1}) == u' ';
-        const bool blank = !blank_there && next != 0 && next != u')';
-        Replace(end, start, blank ? u" " : u"");
+        const bool blank_there = column > joined_from && Text().At({first, column - 1}) == u' ';
+        const bool blank = column > 0 && !blank_there && next != 0 && next != u')';
+        joined_from = Replace(end, start, blank ? u" " : u"").column;
     }
     return Place({first, column}), true;
 }
 
 bool Machine::Put(int times, bool before) {
     if (!yanked_) return false;
+    if (!yanked_->lines && yanked_->text.empty()) return true;
     const std::u16string& text = yanked_->text;
     const TextPosition caret = Caret();
     if (yanked_->lines) {
@@ -388,35 +416,33 @@ bool Machine::Put(int times, bool before) {
     return Place(one_line ? Text().Before(end) : at), true;
 }
 
-// What was there is yanked in its turn, unless it is to be kept. Characters in the place of lines
-// get a line of their own, and lines in the place of characters part the line that they come into.
+// What was there is yanked in its turn, unless it is to be kept. In the place of lines, characters
+// become lines too, and lines in the place of characters part the line that they come into.
 void Machine::PutOver(const Region& region, int times, bool keep) {
     const std::optional<Yanked> put = yanked_;
-    const bool was_emptied = emptied_;
     const bool last_line = region.lines && region.to.line + 1 == Text().LineCount();
+    const bool was_emptied = emptied_;
     Delete(region);
-    emptied_ |= was_emptied;
     if (!put) return;
+    const bool emptied = was_emptied || emptied_;
     const std::optional<Yanked> taken = yanked_;
-    yanked_ = put;
-    const TextPosition end = Text().EndOf(Caret().line);
-    if (put->lines && emptied_) {
-        Put(times, true);
-        Replace(Text().EndOf(Text().LineCount() - 2), Text().End(), {});
-    } else if (put->lines && !region.lines) {
+    yanked_ = {put->text, put->lines || region.lines};
+    if (put->lines && !region.lines) {
         Replace(region.from, region.from, u"\n");
         Place(region.from);
         Put(times, false);
-    } else if (region.lines && !put->lines && !emptied_) {
-        const TextPosition at = last_line ? end : TextPosition{region.from.line, 0};
-        Replace(at, at, u"\n");
-        Place({region.from.line, 0});
+    } else if (emptied) {
         Put(times, true);
     } else {
-        const bool line_end = !region.lines && region.from == end;
+        const bool line_end = !region.lines && region.from == Text().EndOf(region.from.line);
         Put(times, !last_line && !line_end);
     }
     yanked_ = keep ? put : taken;
+    // The line that stood for no lines at all.
+    const int last = Text().LineCount() - 1;
+    if (emptied && last > 0 && Text().Length(last) == 0) {
+        Replace(Text().EndOf(last - 1), Text().End(), {});
+    }
 }
 
 bool Machine::Repeat(int count) {
@@ -429,24 +455,20 @@ bool Machine::Repeat(int count) {
         wishes_.refused = true;
         return false;
     }
-    if (count > 0) last_change_->command.count = count;
-    const Change change = *last_change_;
-    replaying_ = true;
+    Change change = *last_change_;
     if (change.size.mode == Mode::Normal) {
-        Execute(change.command);
+        if (count > 0) change.command.count = count;
+        if (Execute(change.command)) last_change_ = change;
     } else {
-        const Region region = RegionOfSize(change.size);
-        mode_ = change.size.mode;
-        visual_start_ = region.from;
-        PutCaret(state_, region.lines ? region.to : Text().Before(region.to));
-        ExecuteInVisual(change.command);
+        Region region = RegionOfSize(change.size);
+        if (change.command.lines) region.to = {region.last_line, 0};
+        region.lines |= change.command.lines;
+        ActOn(change.command, region);
     }
     if (mode_ == Mode::Insert) {
-        insertion_.typed = change.typed;
-        for (const Key key : change.typed) TypeKey(key);
+        for (const Key key : change.typed) InsertKey(key);
         FinishInsert();
     }
-    replaying_ = false;
     return true;
 }
 
@@ -454,9 +476,11 @@ bool Machine::Repeat(int count) {
 
 bool Machine::UndoSteps(int times, bool redo) {
     bool any = false;
+    Place(Caret());
     for (; times > 0; --times) {
         const EditStep* step = redo ? state_.document.Redo() : state_.document.Undo();
         if (!step) break;
+        emptied_ = false;
         CaretBehind(*step, redo);
         any = true;
     }
@@ -490,12 +514,19 @@ TouchedLines LinesOf(const Edit& edit, bool redo) {
 }  // namespace
 
 // The caret goes to the first line that changed; on the line where it stood before the command, or
-// beside it, it goes back to where it stood.
+// beside it, it goes back to where it stood. An edit within the line where the one before it ended
+// goes on with that one.
 void Machine::CaretBehind(const EditStep& step, bool redo) {
     const TextPosition before = step.before.caret;
     int line = std::numeric_limits<int>::max();
     bool back = false;
+    const auto goes_on = [&](const Edit& edit) {
+        const bool first = &edit == &step.edits.front();
+        const bool in_line = edit.OldEnd().line == edit.NewEnd().line;
+        return !first && in_line && (&edit - 1)->NewEnd().line == edit.from.line;
+    };
     const auto look_at = [&](const Edit& edit) {
+        if (goes_on(edit)) return;
         const TouchedLines touched = LinesOf(edit, redo);
         if (touched.first > line) return;
         if (before.line >= touched.first - 1 && before.line <= touched.first + touched.count) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/utf.h"
+#include "vi/keys.h"
 #include "vi/words.h"
 
 namespace zo::ui::vi {
@@ -73,14 +74,20 @@ Result Onward(const MotionCall& call) {
 
 Result Backward(const MotionCall& call) {
     TextPosition at = call.from;
+    Reach reach = Reach::Exclusive;
     for (int k = call.Times(); k > 0; --k) {
         const bool wraps = at.column == 0 && at.line > 0;
         at = call.text.Before(at);
-        // An operator takes the end of the line above, the caret skips it.
-        if (wraps && !call.Operating()) at = LastIn(call.text, at.line);
+        if (!wraps) continue;
+        // What removes text takes the end of the line above, and so may a selection.
+        if (call.Removing() && at.column > 0) {
+            reach = Reach::Exactly;
+        } else if (call.asker != Asker::Selection) {
+            at = LastIn(call.text, at.line);
+        }
     }
-    if (at == call.from) return std::nullopt;
-    return Target{at};
+    if (at == call.from && !call.Operating()) return std::nullopt;
+    return Target{at, reach};
 }
 
 Result LineBy(const MotionCall& call, int by) {
@@ -140,16 +147,20 @@ Result LineStart(const MotionCall& call) {
 Result TextStart(const MotionCall& call) {
     return Target{FirstNonBlank(call.text, call.from.line)};
 }
+// Nowhere to go, but j and k aim for the ends of lines from now on.
+Target NoLineBelow(const MotionCall& call) {
+    return {.at = call.from, .goal = Goal::LineEnd, .failed = true};
+}
 Result LineEnd(const MotionCall& call) {
     const int line = std::min(call.from.line + call.Times() - 1, call.text.LineCount() - 1);
-    if (line == call.from.line && call.Times() > 1) return std::nullopt;
+    if (line == call.from.line && call.Times() > 1) return NoLineBelow(call);
     const TextPosition end =
         call.asker == Asker::Selection ? call.text.EndOf(line) : LastIn(call.text, line);
     return Target{end, Reach::Inclusive, Goal::LineEnd};
 }
 Result TextEnd(const MotionCall& call) {
     const int line = std::min(call.from.line + call.Times() - 1, call.text.LineCount() - 1);
-    if (line == call.from.line && call.Times() > 1) return std::nullopt;
+    if (line == call.from.line && call.Times() > 1) return NoLineBelow(call);
     const std::size_t last = call.text.Line(line).find_last_not_of(u' ');
     const int column = last == std::u16string::npos ? 0 : static_cast<int>(last);
     return Target{{line, column}, Reach::Inclusive};
@@ -168,7 +179,7 @@ Target OffTheLineEnd(const MotionCall& call, TextPosition at, Reach reach) {
 }
 
 Result EndOfWords(const MotionCall& call, Words words, bool stay) {
-    const TextPosition end = vi::WordEnd(WalkerOf(call, words), call.Times(), stay);
+    const TextPosition end = WordEnd(WalkerOf(call, words), call.Times(), stay).at;
     return OffTheLineEnd(call, end, Reach::Inclusive);
 }
 Result SmallWordEnd(const MotionCall& call) {
@@ -182,7 +193,7 @@ Result BigWordEnd(const MotionCall& call) {
 Result Word(const MotionCall& call, Words words) {
     const bool on_word = ClassOf(call.text.At(call.from)) != CharacterClass::Blank;
     if (call.asker == Asker::ChangeOperator && on_word) return EndOfWords(call, words, true);
-    const TextPosition next = NextWord(WalkerOf(call, words), call.Times(), call.Operating());
+    const TextPosition next = NextWord(WalkerOf(call, words), call.Times(), call.Operating()).at;
     return OffTheLineEnd(call, next, Reach::Exclusive);
 }
 Result SmallWord(const MotionCall& call) {
@@ -350,8 +361,8 @@ Result MatchingBracket(const MotionCall& call) {
     if (call.count > 100) return std::nullopt;
     if (call.count > 0) return ToLine(call, (call.count * call.text.LineCount() + 99) / 100 - 1);
     const std::u16string& line = call.text.Line(call.from.line);
-    const std::size_t column =
-        line.find_first_of(kBrackets, static_cast<std::size_t>(call.from.column));
+    const TextPosition from = std::min(call.from, LastIn(call.text, call.from.line));
+    const std::size_t column = line.find_first_of(kBrackets, static_cast<std::size_t>(from.column));
     if (column == std::u16string::npos) return std::nullopt;
     const char16_t here = line[column];
     const std::size_t which = kBrackets.find(here);
@@ -365,6 +376,12 @@ Result MatchingBracket(const MotionCall& call) {
         if (c == other) --depth;
     }
     return Target{walker.At(), Reach::Inclusive};
+}
+
+// The cursor block, which has no characters.
+constexpr Key kBlock[] = {kLeft, kRight, kUp, kDown, kHome, kEnd};
+constexpr std::u32string_view InBlock(Key key) {
+    return {&kBlock[key - kLeft], 1};
 }
 
 constexpr auto kCharacter = Motion::Takes::Character;
@@ -414,6 +431,12 @@ constexpr Motion kMotions[] = {
     {U"*", SearchWordForward},
     {U"#", SearchWordBackward},
     {U"%", MatchingBracket},
+    {InBlock(kLeft), Left},
+    {InBlock(kRight), Right},
+    {InBlock(kUp), Up},
+    {InBlock(kDown), Down},
+    {InBlock(kHome), LineStart},
+    {InBlock(kEnd), LineEnd},
 };
 
 }  // namespace

@@ -15,6 +15,7 @@ namespace zo::ui::vi {
 // Which text an operator takes between the caret and a motion's target.
 enum class Reach : std::uint8_t {
     Exclusive,  // up to the later of the two
+    Exactly,    // the same, where a line's end may be all there is
     Inclusive,  // with the character there
     Lines,      // all lines from one to the other
 };
@@ -43,7 +44,7 @@ struct View {
 };
 
 // Who asks: the caret alone, an operator, or the selection that the caret drags along.
-enum class Asker : std::uint8_t { Caret, Operator, ChangeOperator, Selection };
+enum class Asker : std::uint8_t { Caret, Operator, DeleteOperator, ChangeOperator, Selection };
 
 struct MotionCall {
     const TextBuffer& text;
@@ -56,7 +57,8 @@ struct MotionCall {
     Searches& searches;
 
     int Times() const { return count > 0 ? count : 1; }
-    bool Operating() const { return asker == Asker::Operator || asker == Asker::ChangeOperator; }
+    bool Operating() const { return asker != Asker::Caret && asker != Asker::Selection; }
+    bool Removing() const { return Operating() && asker != Asker::Operator; }
 };
 
 struct Target {

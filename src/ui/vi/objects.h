@@ -5,22 +5,28 @@
 #include <string_view>
 
 #include "ui/text_buffer.h"
+#include "vi/motions.h"
 
 namespace zo::ui::vi {
 
 struct ObjectCall {
     const TextBuffer& text;
-    TextPosition from;  // the first character that is to be in it
-    TextPosition to;    // the last one; beyond `from` when something is selected already
+    TextPosition caret;
+    TextPosition start;  // of what Visual mode has selected; the caret where nothing is
+    bool selecting = false;
+    bool by_lines = false;  // Visual line mode
     int count = 1;
+
+    // There is a selection to extend.
+    bool Extends() const { return caret != start; }
 };
 
-// From the first character to the last, or the lines of both.
+// From a start to where the caret goes; Visual mode may have them the other way round.
 struct Extent {
-    TextPosition from;
-    TextPosition to;
-    bool lines = false;
-    bool empty = false;  // nothing stands before `from`, and nothing is taken
+    TextPosition start;
+    TextPosition caret;
+    Reach reach = Reach::Inclusive;
+    bool failed = false;  // the caret went as far as it could; an operator does nothing
 };
 
 struct TextObject {

@@ -54,27 +54,34 @@ bool Walker::Backward() {
     return true;
 }
 
-TextPosition NextWord(Walker walker, int count, bool within_line) {
+Walked NextWord(Walker walker, int count, bool within_line) {
     for (; count > 0; --count) {
         const bool last = within_line && count == 1;
         const CharacterClass start = walker.Class();
         const int line = walker.At().line;
-        if (!walker.Forward()) break;
+        if (!walker.Forward()) return {walker.At(), false};
+        const bool at_text_end = walker.OnLastLine() && walker.AtLineEnd();
+        if (at_text_end && walker.At().line == line) return {walker.At(), false};
         if (last && (walker.At().line != line || walker.AtLineEnd())) break;
         while (start != CharacterClass::Blank && walker.Class() == start) {
             walker.Forward();
-            if (last && walker.AtLineEnd()) return walker.At();
+            if (last && walker.AtLineEnd()) return {walker.At()};
         }
         while (walker.Class() == CharacterClass::Blank && !walker.OnEmptyLine()) {
-            if (!walker.Forward()) return walker.At();
+            if ((last && walker.AtLineEnd()) || !walker.Forward()) return {walker.At()};
         }
     }
-    return walker.At();
+    return {walker.At()};
 }
 
-Walked PreviousWord(Walker walker, int count) {
-    for (; count > 0; --count) {
+Walked PreviousWord(Walker walker, int count, bool stay) {
+    for (; count > 0; --count, stay = false) {
+        const CharacterClass start = walker.Class();
         if (!walker.Backward()) return {walker.At(), false};
+        if (stay && start != CharacterClass::Blank && walker.Class() != start) {
+            walker.Forward();
+            continue;
+        }
         while (walker.Class() == CharacterClass::Blank && !walker.OnEmptyLine()) {
             if (!walker.Backward()) return {walker.At()};
         }
@@ -85,10 +92,10 @@ Walked PreviousWord(Walker walker, int count) {
     return {walker.At()};
 }
 
-TextPosition WordEnd(Walker walker, int count, bool stay, bool empty_lines_are_words) {
+Walked WordEnd(Walker walker, int count, bool stay, bool empty_lines_are_words) {
     for (; count > 0; --count, stay = false) {
         const CharacterClass start = walker.Class();
-        if (!walker.Forward()) break;
+        if (!walker.Forward()) return {walker.At(), false};
         const bool in_word = start != CharacterClass::Blank && walker.Class() == start;
         if (!in_word && stay && start != CharacterClass::Blank) {
             walker.Backward();
@@ -96,25 +103,30 @@ TextPosition WordEnd(Walker walker, int count, bool stay, bool empty_lines_are_w
         }
         if (!in_word) {
             while (walker.Class() == CharacterClass::Blank) {
-                if (empty_lines_are_words && walker.OnEmptyLine()) return walker.At();
-                if (!walker.Forward()) return walker.At();
+                if (empty_lines_are_words && walker.OnEmptyLine()) break;
+                if (!walker.Forward()) return {walker.At(), false};
             }
+            if (walker.Class() == CharacterClass::Blank) continue;
         }
-        if (!Leave(walker, walker.Class())) break;
+        if (!Leave(walker, walker.Class())) return {walker.At(), false};
         walker.Backward();
     }
-    return walker.At();
+    return {walker.At()};
 }
 
-Walked PreviousWordEnd(Walker walker, int count) {
+Walked PreviousWordEnd(Walker walker, int count, bool within_line) {
     for (; count > 0; --count) {
         const CharacterClass start = walker.Class();
-        if (!walker.Backward()) return {walker.At(), false};
-        if (start != CharacterClass::Blank && !LeaveBackward(walker, start)) {
-            return {walker.At()};
+        const int line = walker.At().line;
+        const auto back = [&] {
+            return walker.Backward() && !(within_line && walker.At().line != line);
+        };
+        if (!back()) return {walker.At(), walker.At().line != line};
+        while (start != CharacterClass::Blank && walker.Class() == start) {
+            if (!back()) return {walker.At()};
         }
         while (walker.Class() == CharacterClass::Blank && !walker.OnEmptyLine()) {
-            if (!walker.Backward()) return {walker.At()};
+            if (!back()) return {walker.At()};
         }
     }
     return {walker.At()};

@@ -26,6 +26,7 @@ public:
     CharacterClass Class() const;
     bool OnEmptyLine() const { return text_->Length(at_.line) == 0; }
     bool AtLineEnd() const { return at_.column == text_->Length(at_.line); }
+    bool OnLastLine() const { return at_.line + 1 == text_->LineCount(); }
     // Both are false, and nothing moves, at the text's end or start.
     bool Forward();
     bool Backward();
@@ -37,16 +38,18 @@ private:
 };
 
 // These stop at the text's ends, whatever the count.
-// `within_line`: the last of the words ends with its line.
-TextPosition NextWord(Walker walker, int count, bool within_line);
-// `stay`: a walker on the end of a word is there already.
-TextPosition WordEnd(Walker walker, int count, bool stay, bool empty_lines_are_words = false);
-
 struct Walked {
     TextPosition at;
-    bool whole = true;  // not cut short by the text's start
+    bool whole = true;  // not cut short by the text's end or start
 };
-Walked PreviousWord(Walker walker, int count);
-Walked PreviousWordEnd(Walker walker, int count);
+
+// `within_line`: the last of the words ends with its line.
+Walked NextWord(Walker walker, int count, bool within_line);
+// `stay`: a walker on the start of a word is there already.
+Walked PreviousWord(Walker walker, int count, bool stay = false);
+// `stay`: a walker on the end of a word is there already.
+Walked WordEnd(Walker walker, int count, bool stay, bool empty_lines_are_words = false);
+// `within_line`: a line's start ends the way back.
+Walked PreviousWordEnd(Walker walker, int count, bool within_line = false);
 
 }  // namespace zo::ui::vi
