@@ -10,6 +10,8 @@ void RunCard(Report& report);
 void RunFarEnds(Report& report);
 // Loading and proving the campaign, and lc1 as a process.
 void RunContent(Report& report);
+// Compiling Hum programs.
+void RunCompiler(Report& report);
 // Screens drawn and turned to pixels, whole and changed.
 void RunPictures(Report& report);
 // Runs on the bench: past ticks, the trace, a verify.

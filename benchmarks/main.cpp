@@ -5,6 +5,7 @@ int main(int argc, char** argv) {
     bench::RunCard(report);
     bench::RunFarEnds(report);
     bench::RunContent(report);
+    bench::RunCompiler(report);
     bench::RunPictures(report);
     bench::RunBench(report);
     bench::RunApp(report);

@@ -1,6 +1,6 @@
 // Runs the programs of faults.txt and listings.txt, and builds those that are too large to write.
 
-#include "compile.h"
+#include "compiled.h"
 
 #include <doctest/doctest.h>
 

@@ -6,7 +6,7 @@
 #include <bit>
 
 #include "base/format.h"
-#include "compile.h"
+#include "compiled.h"
 #include "support/cases.h"
 
 namespace {

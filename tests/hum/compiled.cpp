@@ -1,4 +1,4 @@
-#include "compile.h"
+#include "compiled.h"
 
 #include "hum/compile.h"
 
