@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "hum/listing.h"
+#include "run_command.h"
 #include "subject.h"
 
 namespace hum_command {
@@ -32,6 +33,8 @@ constexpr Command kCommands[] = {
     // name, usage, summary, options, needed, function
     {"check", "FILE", "Compiles a program and says what is wrong with it.", kJson, 0, RunCheck},
     {"list", "FILE", "Compiles a program and prints its listing.", 0, 0, RunList},
+    {"run", "FILE --samples N", "Runs a program and writes its samples.",
+     kSamples | kSkip | kSet | kJson, kSamples, RunRun},
 };
 
 }  // namespace
