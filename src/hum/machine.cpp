@@ -12,7 +12,7 @@ namespace hum {
 namespace {
 
 constexpr std::uint32_t kFirstRandom = 0x2545F491;
-constexpr std::uint64_t kMostMemoryWords = 1u << 26;
+constexpr std::uint64_t kMostMemoryWords = 1u << 28;
 constexpr float kDefaultTempo = 76;
 constexpr std::int32_t kDefaultBars = 32;
 
