@@ -4,6 +4,7 @@
 #include "screens/board.h"
 #include "screens/options.h"
 #include "screens/pause.h"
+#include "screens/reader.h"
 #include "screens/title.h"
 
 namespace Kest {
@@ -28,6 +29,7 @@ Places GamePlaces() {
     at(Place::Options) = [](Shell& shell, std::string_view row) {
         return std::make_unique<Options>(shell, row);
     };
+    at(Place::Binder) = Readers();
     return places;
 }
 

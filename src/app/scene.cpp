@@ -28,7 +28,7 @@ constexpr SceneWord kSceneWords[] = {
     {"overlay-pause", Place::Pause},
     {"overlay-options", Place::Options},
     {"overlay-credits", Place::Credits},
-    {"overlay-binder", Place::Binder, "crc"},
+    {"overlay-binder", Place::Binder, "crc", "find pages links vi-keys"},
 };
 
 // Takes the first word off the text.
@@ -107,7 +107,10 @@ void Scene::Build(Shell& shell) {
                                          : std::string();
     shell.Open(place, id);
     shell.Advance();
-    for (const std::string& word : words_) Request(shell, word);
+    std::erase_if(words_, [&](const std::string& word) {
+        Screen* top = shell.Top();
+        return top != nullptr && top->CaptureRequest(word);
+    });
 }
 
 // Takes the words that name a ticket. A run with its own number of closed tickets goes on from
@@ -137,7 +140,7 @@ Place Scene::ChooseScreen(Shell& shell) {
     return names_ticket_ || !words_.empty() ? Place::Bench : Place::Title;
 }
 
-void Scene::Request(Shell& shell, const std::string& word) const {
+void Scene::Request(Shell& shell, const std::string& word) {
     Screen* top = shell.Top();
     if (!top || !top->CaptureRequest(word)) ReportUnknown(word);
 }
@@ -152,6 +155,7 @@ void Scene::OpenOverlays(Shell& shell) const {
             Request(shell, word);
         }
     }
+    for (const std::string& word : words_) Request(shell, word);
 }
 
 }  // namespace Kest

@@ -15,7 +15,8 @@ class Scene {
 public:
     explicit Scene(std::string_view words);
 
-    // Opens the screen on its ticket and hands it its requests.
+    // Opens the screen on its ticket and hands it its requests. What it does not know is left for
+    // the overlays.
     void Build(Shell& shell);
     // Opens the overlays, which come after the delay.
     void OpenOverlays(Shell& shell) const;
@@ -24,7 +25,7 @@ public:
 private:
     void ChooseTicket(Shell& shell);
     Place ChooseScreen(Shell& shell);
-    void Request(Shell& shell, const std::string& word) const;
+    static void Request(Shell& shell, const std::string& word);
 
     std::string text_;
     std::vector<std::string> words_;
