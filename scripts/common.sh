@@ -3,7 +3,7 @@
 build_packages=(g++ cmake ninja-build pkg-config libsdl2-dev libfreetype-dev libstb-dev
     fonts-jetbrains-mono)
 test_packages=(doctest-dev clang-format xvfb xauth xdotool x11-utils x11-xkb-utils openbox
-    imagemagick tmux)
+    imagemagick tmux vim)
 
 say() { printf '%s\n' "$*" >&2; }
 

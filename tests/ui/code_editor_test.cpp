@@ -40,6 +40,9 @@ void PlayCases(std::string_view where, bool vi_keys) {
             CodeEditor editor;
             std::string said, clipboard;
             editor.links.say = [&](std::string_view sentence) { said = sentence; };
+            editor.links.command = [&](std::string_view line) {
+                said = editor_case::ShowBlanks(":" + std::string(line));
+            };
             editor.links.clipboard = [&] { return clipboard; };
             editor.links.set_clipboard = [&](std::string_view utf8) { clipboard = utf8; };
             editor.SetViKeys(vi_keys);
@@ -55,6 +58,94 @@ void PlayCases(std::string_view where, bool vi_keys) {
 
 TEST_CASE("keys edit the text and move the caret") {
     PlayCases("ui/editor", false);
+}
+
+TEST_CASE("vi keys do what they do in vim") {
+    PlayCases("vi/cases.txt", true);
+}
+
+TEST_CASE("vi keys do what the editor alone has") {
+    PlayCases("ui/vi_keys.txt", true);
+}
+
+TEST_CASE("mode, keys pending and the line being typed are known, and Esc ends them one by one") {
+    const struct {
+        std::string_view keys, mode, chip, pending;
+        std::optional<std::string> line;
+        bool wants_escape;
+    } cases[] = {
+        {"", "NORMAL", "NORMAL", "", {}, false},
+        {"2d", "NORMAL", "NORMAL", "2d", {}, true},
+        {"2d3f", "NORMAL", "NORMAL", "2d3f", {}, true},
+        {"2d<Esc>", "NORMAL", "NORMAL", "", {}, false},
+        {"dq", "NORMAL", "NORMAL", "", {}, false},
+        {"ia", "INSERT", "INSERT", "", {}, true},
+        {"ia<Esc>", "NORMAL", "NORMAL", "", {}, false},
+        {"v", "VISUAL", "VISUAL", "", {}, true},
+        {"V3", "VISUAL LINE", "VISUAL", "3", {}, true},
+        {"V3<Esc>", "VISUAL LINE", "VISUAL", "", {}, true},
+        {"V3<Esc><Esc>", "NORMAL", "NORMAL", "", {}, false},
+        {":w", "NORMAL", "COMMAND", "", "w", true},
+        {":w<Backspace>", "NORMAL", "COMMAND", "", "", true},
+        {":w<Backspace><Backspace>", "NORMAL", "NORMAL", "", {}, false},
+        {":w<Esc>", "NORMAL", "NORMAL", "", {}, false},
+        {"d/w", "NORMAL", "NORMAL", "d/", {}, true},
+        {"d/w<Esc>", "NORMAL", "NORMAL", "", {}, false},
+    };
+    for (const auto& c : cases) {
+        CAPTURE(c.keys);
+        CodeEditor editor;
+        editor.SetViKeys(true);
+        editor.SetText("rx a\ntx a");
+        editor_case::Send(editor, c.keys);
+        CHECK(editor.ModeName() == c.mode);
+        CHECK(editor.Chip() == c.chip);
+        CHECK(editor.PendingKeys() == c.pending);
+        CHECK(editor.CommandLine() == c.line);
+        CHECK(editor.WantsEscape() == c.wants_escape);
+        editor.SetViKeys(false);
+        CHECK(editor.ModeName() == "EDIT");
+        CHECK(editor.CaretAt() == editor.Selected().anchor);
+    }
+}
+
+TEST_CASE("vi keys leave text alone that is read-only, and say so") {
+    CodeEditor editor;
+    int refused = 0;
+    editor.links.refused = [&] { ++refused; };
+    editor.SetText("rx a\ntx a");
+    editor.SetViKeys(true);
+    editor.SetReadOnly(true);
+    constexpr std::string_view kChanges[] = {"x",  "dd", "ix", "oy<Esc>", "rz",       "J", "vd",
+                                             ">>", "~",  "Vc", "yyp",     "<Ctrl+V>", "."};
+    for (const std::string_view keys : kChanges) {
+        CAPTURE(keys);
+        editor_case::Send(editor, std::string(keys) + "<Esc><Esc>");
+        CHECK(editor.Text() == "rx a\ntx a");
+        CHECK(editor.ModeName() == "NORMAL");
+    }
+    CHECK(refused >= static_cast<int>(std::size(kChanges)) - 2);
+}
+
+TEST_CASE("pages of vi keys are as long as the text is high") {
+    Bench bench(40, 12);
+    std::string text;
+    for (int line = 0; line < 99; ++line) text += "nop\n";
+    bench.editor.SetText(text);
+    bench.editor.SetViKeys(true);
+    const struct {
+        std::string_view keys;
+        int line;
+    } steps[] = {{"<Ctrl+D>", 5}, {"3<Ctrl+D>", 20}, {"<Ctrl+F>", 30},   {"2<Ctrl+B>", 10},
+                 {"<Ctrl+U>", 5}, {"9<Ctrl+U>", 0},  {"99<Ctrl+D>", 99}, {"gg3<Ctrl+F>", 30},
+                 {"ztL", 39},     {"H", 33},         {"M", 34},          {"2H", 31},
+                 {"3L", 35},      {"<PgDn>", 45},    {"<PgUp>", 35}};
+    for (const auto& step : steps) {
+        CAPTURE(step.keys);
+        bench.Draw();
+        editor_case::Send(bench.editor, step.keys);
+        CHECK(bench.editor.CaretAt().line == step.line);
+    }
 }
 
 TEST_CASE("text from elsewhere is normalised, and nothing of it is lost") {

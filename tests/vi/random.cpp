@@ -1,11 +1,13 @@
 // Writes random cases with what the editor makes of them, for vim to play after it:
 //
-//     vi_random 20000 1    so many cases, and the seed
+//     vi_random            200 of them, or 20,000 in the long form of the tests
+//     vi_random 5000 7     so many, and the seed
 #include <cstdio>
 #include <cstdlib>
 #include <random>
 
 #include "support/picture.h"
+#include "support/rounds.h"
 #include "ui/canvas.h"
 #include "ui/editor_case.h"
 #include "vi/differences.h"
@@ -180,7 +182,7 @@ private:
 }  // namespace
 
 int main(int argc, char** argv) {
-    const int count = argc > 1 ? std::atoi(argv[1]) : 200;
+    const int count = argc > 1 ? std::atoi(argv[1]) : support::Rounds(200);
     Random random(argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 1U);
     for (int k = 0; k < count; ++k) {
         Player player(random);
