@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string>
 
+#include "hum/assemble.h"
 #include "hum/compile.h"
 #include "hum/listing.h"
 #include "hum/opcodes.h"
@@ -62,6 +63,18 @@ void CheckFault(const hum::Fault& fault, const std::string& text) {
     Require(fault.name != "<input>" || fault.line <= lines, "a fault behind the end");
 }
 
+// A listing, read back, is the same code.
+void CheckListing(const hum::Program& program) {
+    hum::Program again;
+    const auto fault = hum::Assemble({}, hum::Listing(program), again);
+    Require(!fault, "a listing that the assembler does not read");
+    Require(program.code.size() == again.code.size(), "a listing of another length");
+    for (std::size_t i = 0; i < again.code.size(); ++i) {
+        again.code[i].pos = program.code[i].pos;
+        Require(program.code[i] == again.code[i], "an instruction that its listing changed");
+    }
+}
+
 void Run(std::uint64_t seed, std::uint64_t& compiled) {
     current_seed = seed;
     const std::string text = ProgramOf(seed);
@@ -77,7 +90,7 @@ void Run(std::uint64_t seed, std::uint64_t& compiled) {
     for (const hum::StartWord& word : program.start) {
         Require(word.address >= 320 && word.address < program.data_words, "a word out of memory");
     }
-    Require(!hum::Listing(program).empty() || program.code.empty(), "an empty listing");
+    CheckListing(program);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "base/disk.h"
 #include "base/format.h"
 #include "base/utf.h"
+#include "hum/assemble.h"
 #include "hum/compile.h"
 
 namespace hum_command {
@@ -64,7 +65,9 @@ std::optional<Problem> LoadSubject(const Request& request, Subject& subject) {
     program.name = name;
     program.path = path;
     program.text = text;
-    subject.fault = hum::Compile(program, subject.program);
+    const bool is_listing = std::filesystem::path(file).extension() == ".hasm";
+    subject.fault = is_listing ? hum::Assemble(name, text, subject.program)
+                               : hum::Compile(program, subject.program);
     return std::nullopt;
 }
 
