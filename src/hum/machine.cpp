@@ -5,6 +5,7 @@
 
 #include "base/format.h"
 #include "clock.h"
+#include "fast_code.h"
 #include "flush_denormals.h"
 #include "machine_state.h"
 
@@ -101,7 +102,10 @@ bool Resume(MachineState& state, Coroutine& coroutine) {
     Runtime& runtime = state.runtime;
     runtime.running = &coroutine;
     runtime.extra = 0;
-    return ResumePlain(runtime, coroutine, state.code) || StopHere(state);
+    const bool good = state.settings.engine == Engine::Fast
+                          ? ResumeFast(runtime, coroutine, state.code)
+                          : ResumePlain(runtime, coroutine, state.code);
+    return good || StopHere(state);
 }
 
 void Rewind(Coroutine& coroutine) {
@@ -219,6 +223,9 @@ Machine::Machine(const Program& program, const MachineSettings& settings)
         std::uint64_t{program.data_words} + std::uint64_t{kStackWords} * (state.modules.size() + 2);
     if (words <= kMostMemoryWords && program.data_words >= kDataAddress) {
         state.memory.resize(static_cast<std::size_t>(words));
+    }
+    if (settings.engine == Engine::Fast) {
+        state.code = MakeFastCode(state.code, static_cast<std::uint32_t>(state.memory.size()));
     }
     for (const Program::Param& param : program.params) state.params.push_back(param.value);
 }
