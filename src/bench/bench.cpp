@@ -235,7 +235,11 @@ void Bench::Update(double now) {
     }
     trace_.Follow(run_.ShownTick());
     MarkEditor();
-    if (run_.State() != RunState::Running) RunStopped();
+    SoundLine();
+    if (run_.State() == RunState::Running) return;
+    if (run_.State() == RunState::Paused) shell_.Sound().Play(Effect::Pause);
+    SoundOutcome();
+    RunStopped();
 }
 
 std::optional<double> Bench::NextFrameAt() const {
@@ -316,7 +320,11 @@ bool Bench::Key(const KeyPress& key) {
 bool Bench::KeyInPanel(const KeyPress& key) {
     using zo::ui::Key;
     const Panel panel = panes_.Focused();
-    if (panel == Panel::Firmware) return editor_.Key(key);
+    if (panel == Panel::Firmware) {
+        const bool used = editor_.Key(key);
+        if (used) SoundKey(key);
+        return used;
+    }
     if (key.key == Key::Tab) {
         MovePanel(key.with.shift ? -1 : 1);
         return true;
@@ -355,7 +363,9 @@ bool Bench::KeyOf(Panel panel, const KeyPress& key) {
 
 bool Bench::Text(std::string_view utf8) {
     if (panes_.HasFocus(Panel::Trace)) return trace_.Text(utf8);
-    return panes_.HasFocus(Panel::Firmware) && editor_.Type(utf8);
+    if (!panes_.HasFocus(Panel::Firmware) || !editor_.Type(utf8)) return false;
+    shell_.Sound().Play(Effect::Key, static_cast<std::uint8_t>(utf8[0]));
+    return true;
 }
 
 }  // namespace Kest

@@ -54,33 +54,45 @@ void Bench::Do(Command command) {
     };
     const auto row = std::ranges::find(kActs, command, &Row::command);
     if (row != std::end(kActs)) row->act(*this);
+    SoundCommand(command);
     shell_.RequestRedraw();
 }
 
 void Bench::RunOrPause() {
     if (run_.State() == RunState::Running) {
         run_.Pause();
+        shell_.Sound().Play(Effect::Pause);
         return RunStopped();
     }
     if (run_.State() != RunState::Paused) trace_.ShowStart();
+    SkipLine();
     if (!run_.Run()) return Refused();
+    shell_.Sound().Play(Effect::Run);
     trace_.SetCursor(std::nullopt);
     RunChanged();
 }
 
 void Bench::Step() {
     if (run_.State() != RunState::Paused && run_.State() != RunState::Running) trace_.ShowStart();
+    SkipLine();
     if (!run_.Step()) return Refused();
+    shell_.Sound().Play(Effect::Step);
+    SoundLine();
+    SoundOutcome();
     RunStopped();
 }
 
 void Bench::StepBack() {
     if (run_.State() == RunState::Running) run_.Pause();
-    if (run_.StepBack()) RunStopped();
+    if (!run_.StepBack()) return;
+    shell_.Sound().Play(Effect::Step);
+    RunStopped();
 }
 
 void Bench::RunToEnd() {
     if (!run_.RunToEnd()) return Refused();
+    shell_.Sound().Play(Effect::Run);
+    SoundOutcome();
     RunStopped();
 }
 
@@ -107,6 +119,7 @@ void Bench::Reset() {
 
 // The firmware cannot run: the editor takes the focus, with the caret on the first error.
 void Bench::Refused() {
+    shell_.Sound().Play(Effect::Error);
     panes_.Focus(Panel::Firmware);
     if (!editor_.Marks().errors.empty()) {
         const zo::ui::EditorMarks::Error& error = editor_.Marks().errors.front();
@@ -118,6 +131,7 @@ void Bench::Refused() {
 void Bench::Verify() {
     if (run_.State() == RunState::Verifying) return;
     if (!run_.BeginVerify()) return Refused();
+    shell_.Sound().Play(Effect::Run);
     trace_.SetCursor(std::nullopt);
     RunChanged();
 }
@@ -127,7 +141,9 @@ void Bench::EndVerify() {
     run_.FinishVerify();
     RunChanged();
     SaveOrWarn();
-    if (run_.LastVerify()->AllPassed()) Ship();
+    const bool passed = run_.LastVerify()->AllPassed();
+    shell_.Sound().Play(passed ? Effect::Closed : Effect::NotClosed);
+    if (passed) Ship();
 }
 
 void Bench::Ship() {
@@ -151,7 +167,9 @@ void Bench::Ship() {
 
 void Bench::Save() {
     dirty_ = true;
-    if (SaveOrWarn()) shell_.SetStatus("Firmware saved.");
+    if (!SaveOrWarn()) return;
+    shell_.Sound().Play(Effect::Save);
+    shell_.SetStatus("Firmware saved.");
 }
 
 bool Bench::SaveOrWarn() {
@@ -182,6 +200,7 @@ void Bench::UseSlot(int slot) {
     slot_ = slot;
     if (first_time) editor_.SetText(FirmwareIn(slot));
     Assemble();
+    shell_.Sound().Play(Effect::Slot);
     shell_.SetStatus("Firmware slot " + std::to_string(slot));
     shell_.Progress().tickets[loaded_.ticket.id].slot = slot;
     shell_.SaveProgress();
@@ -205,6 +224,7 @@ void Bench::OpenPage(std::string_view page) {
 
 // Before the first close there is no board to go to.
 void Bench::Leave() {
+    shell_.Sound().Play(Effect::Leave);
     const bool has_board = stage_ > 0 && shell_.Offers(Place::Board);
     shell_.Open(has_board ? Place::Board : Place::Title, loaded_.ticket.id);
 }
@@ -279,6 +299,7 @@ void Bench::SetSpeed(int speed) {
 
 void Bench::ShowNextHint() {
     if (HintsShown() == static_cast<int>(loaded_.ticket.hints.size())) return;
+    shell_.Sound().Play(Effect::Hint);
     ++shell_.Progress().tickets[loaded_.ticket.id].hints_revealed;
     shell_.SaveProgress();
     FillHints();

@@ -79,6 +79,7 @@ void Bench::RunCommandLine(std::string_view line) {
     if (line.empty()) return;
     const auto* row = std::ranges::find(kCommands, line, &Row::name);
     if (row != std::end(kCommands)) return row->act(*this);
+    shell_.Sound().Play(Effect::Alert);
     shell_.SetStatus("Not a bench command: :" + std::string(line), Alert::Yes);
 }
 

@@ -66,6 +66,7 @@ bool ConfirmDialog::Key(const KeyPress& key) {
 
 // Closed first, so that the answer may open the next screen.
 void ConfirmDialog::Answer(int button) {
+    shell_.Sound().Play(button == contents_.focused ? Effect::Open : Effect::Back);
     shell_.CloseOverlay();
     if (contents_.answered) contents_.answered(button);
 }

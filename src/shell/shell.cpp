@@ -216,6 +216,7 @@ void Shell::Open(Place place, std::string_view about) {
         Sound().Play(place == Place::Binder ? Effect::Page : Effect::Menu);
         Push(std::move(screen));
     } else {
+        if (place != Place::Title) Sound().Play(Effect::Open);
         SwitchTo(std::move(screen));
     }
 }
@@ -248,6 +249,8 @@ void Shell::Push(std::unique_ptr<Screen> overlay) {
 
 void Shell::CloseOverlay() {
     if (overlays_.empty()) return;
+    // What a question was answered with has a sound of its own.
+    if (overlays_.back()->Name() != "confirm") Sound().Play(Effect::Back);
     overlays_.back()->Left();
     closed_.push_back(std::move(overlays_.back()));
     overlays_.pop_back();
@@ -267,7 +270,6 @@ Screen* Shell::Top() const {
 }
 
 void Shell::SetStatus(std::string message, Alert alert) {
-    if (alert == Alert::Yes) Sound().Play(Effect::Alert);
     message_ = {std::move(message), alert == Alert::Yes, now_ + kStatusSeconds};
     redraw_ = true;
 }
@@ -329,6 +331,7 @@ void Shell::CountPlayTime() {
 
 void Shell::Alarm(std::string sentence) {
     if (parts_.complain) parts_.complain(sentence);
+    Sound().Play(Effect::Alert);
     SetStatus(std::move(sentence), Alert::Yes);
 }
 

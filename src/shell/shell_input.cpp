@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "shell/shell.h"
 
@@ -21,6 +23,12 @@ bool IsFullScreenKey(const KeyPress& key) {
 
 bool IsCloseKey(const KeyPress& key) {
     return key.key == Key::F4 && key.with == zo::ui::Modifiers{.alt = true};
+}
+
+bool MovesHighlight(const KeyPress& key) {
+    constexpr Key kMoves[] = {Key::Up,   Key::Down,   Key::Left,     Key::Right, Key::Tab,
+                              Key::Home, Key::PageUp, Key::PageDown, Key::End};
+    return std::ranges::find(kMoves, key.key) != std::end(kMoves);
 }
 
 template <class... Handlers>
@@ -81,7 +89,10 @@ void Shell::HandleKey(const KeyPress& key) {
     Screen* top = Top();
     if (!top || pending_) return;
     const bool types = key.key == Key::Character && !key.with.control && !key.with.alt;
-    drop_text_ = top->Key(key) && types;
+    const bool moves = MovesHighlight(key) && top->HasHighlight();
+    const bool used = top->Key(key);
+    if (used && moves) Sound().Play(Effect::Move);
+    drop_text_ = used && types;
 }
 
 // The letter that answered a dialog must not be typed into the editor beneath it.

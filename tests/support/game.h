@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/format.h"
 #include "shell/shell.h"
 #include "support/fake_system.h"
 #include "support/keys.h"
@@ -26,6 +27,21 @@ inline kp::Content Campaign(
     return content;
 }
 
+// Notes what is to be heard: the effects by number, a byte as ">4F" from the card or "<4F" to it.
+struct Sounds final : Kest::Sounds {
+    void Play(Kest::Effect effect, std::uint16_t) override {
+        Note(std::to_string(static_cast<int>(effect)));
+    }
+    void PlayByte(std::uint8_t byte, bool toward_card) override {
+        Note((toward_card ? "<" : ">") + base::Format("%02X", byte));
+    }
+    void SetScene(Kest::MusicScene now) override { scene = now; }
+    void Note(const std::string& sound) { heard += (heard.empty() ? "" : " ") + sound; }
+
+    std::string heard;
+    Kest::MusicScene scene = Kest::MusicScene::Title;
+};
+
 // The shell on a small system, with a window of 80 by 25 cells.
 struct Game {
     static constexpr zo::ui::PixelSize kSize = {640, 400};
@@ -41,7 +57,8 @@ struct Game {
                  .data_folder = system.DataFolder(),
                  .persistent = persistent,
                  .closed_override = closed,
-                 .places = std::move(places)}) {
+                 .places = std::move(places),
+                 .sounds = &sounds}) {
         shell.OverrideSettings([](Kest::Settings& settings) { settings.modern_look = false; });
         shell.SetWindow(kSize, 1);
     }
@@ -88,6 +105,7 @@ struct Game {
     }
 
     System system;
+    Sounds sounds;
     kp::Content content;
     Window window;
     Kest::Shell shell;

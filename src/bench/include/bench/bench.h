@@ -42,6 +42,8 @@ public:
     bool Key(const zo::ui::KeyPress& key) override;
     bool Text(std::string_view utf8) override;
     std::span<const PadKey> PadKeys() const override { return BenchPadKeys(); }
+    bool HasHighlight() const override { return false; }
+    std::optional<MusicScene> Music() const override;
     base::Status SaveWork() override;
     // "empty", "errors", "running", "paused", "failed", "passed", "whole", "results".
     bool CaptureRequest(std::string_view request) override;
@@ -86,6 +88,13 @@ private:
     void SetSpeed(int speed);
     void ShowNextHint();
     void MovePanel(int by);
+
+    // What is heard of it (bench_sounds.cpp).
+    void SoundCommand(Command command);
+    void SoundKey(const zo::ui::KeyPress& key);
+    void SoundOutcome();
+    void SoundLine();
+    void SkipLine();
 
     // What follows from them.
     void SetStage();
@@ -139,6 +148,7 @@ private:
     // The texts of the slots that were on the bench before, with their histories.
     std::array<std::optional<zo::ui::EditorSheet>, kFirmwareSlots> sheets_;
     bool dirty_ = false;             // the text differs from its file
+    std::size_t line_heard_ = 0;     // happenings of the run whose bytes have been heard
     double updated_at_ = 0;          // on the frame clock
     double unsaved_since_ = 0;       // the first edit since the last save was tried
     std::optional<double> save_at_;  // when the next one is due

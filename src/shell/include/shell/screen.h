@@ -78,6 +78,8 @@ public:
     // it scrolls what is in the middle, where overlays are.
     virtual std::optional<zo::ui::Rect> FocusedPane() const { return std::nullopt; }
 
+    // Whether arrows and the like move a highlight here, which is heard.
+    virtual bool HasHighlight() const { return true; }
     // What the music is to go with; nothing for a small thing over a screen, which changes nothing.
     virtual std::optional<MusicScene> Music() const { return std::nullopt; }
 
