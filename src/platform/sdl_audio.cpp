@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cstdint>
 #include <thread>
+#include <utility>
 
 namespace zo::platform {
 namespace {
@@ -32,7 +33,8 @@ public:
 
 private:
     void Keep() {
-        if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) return;
+        // Without the events a watch is forgotten.
+        if (SDL_InitSubSystem(SDL_INIT_EVENTS) != 0) return;
         SDL_AddEventWatch(&SdlAudio::Watch, this);
         SDL_AudioDeviceID device = 0;
         while (!stopping_.load()) {
@@ -41,12 +43,26 @@ private:
                 SDL_CloseAudioDevice(device);
                 device = 0;
             }
-            if (device == 0) device = Open();
+            if (device == 0) device = Look();
             changes_.wait(seen);
         }
         if (device != 0) SDL_CloseAudioDevice(device);
         SDL_DelEventWatch(&SdlAudio::Watch, this);
-        SDL_QuitSubSystem(SDL_INIT_AUDIO);
+        if (started_) SDL_QuitSubSystem(SDL_INIT_AUDIO);
+        SDL_QuitSubSystem(SDL_INIT_EVENTS);
+    }
+
+    // While it runs, a sound system may look for devices ten times a second. Where there has not
+    // been one yet it is stopped again, and the next look comes when the player comes back.
+    SDL_AudioDeviceID Look() {
+        if (!started_) started_ = SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
+        const SDL_AudioDeviceID device = started_ ? Open() : 0;
+        had_one_ = had_one_ || device != 0;
+        if (started_ && !had_one_) {
+            SDL_QuitSubSystem(SDL_INIT_AUDIO);
+            started_ = false;
+        }
+        return device;
     }
 
     // 0 when there is no device that opens.
@@ -75,6 +91,7 @@ private:
     }
 
     static int Watch(void* self, SDL_Event* event) {
+        if (event->type == SDL_WINDOWEVENT) static_cast<SdlAudio*>(self)->WatchFocus(*event);
         const bool comes = event->type == SDL_AUDIODEVICEADDED;
         const bool goes = event->type == SDL_AUDIODEVICEREMOVED;
         if ((!comes && !goes) || event->adevice.iscapture != 0) return 0;
@@ -84,7 +101,17 @@ private:
         return 0;
     }
 
+    void WatchFocus(const SDL_Event& event) {
+        if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) away_ = true;
+        if (event.window.event == SDL_WINDOWEVENT_FOCUS_GAINED && std::exchange(away_, false)) {
+            Wake();
+        }
+    }
+
     AudioSource& source_;
+    bool started_ = false;  // of the keeper
+    bool had_one_ = false;  // likewise
+    bool away_ = false;     // of the thread that has the events
     std::atomic<SDL_AudioDeviceID> lost_ = 0;
     std::atomic<std::uint32_t> changes_ = 0;
     std::atomic<bool> stopping_ = false;
