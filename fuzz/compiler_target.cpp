@@ -86,7 +86,7 @@ void Run(std::uint64_t seed, std::uint64_t& compiled) {
     if (const auto fault = hum::Compile(program_text, program)) return CheckFault(*fault, text);
     ++compiled;
     for (const hum::Instruction& in : program.code) CheckInstruction(program, in);
-    Require(program.data_words <= 1u << 27, "more memory than a program may have");
+    Require(program.data_words <= 1u << 25, "more memory than a program may have");
     for (const hum::StartWord& word : program.start) {
         Require(word.address >= 320 && word.address < program.data_words, "a word out of memory");
     }

@@ -2,6 +2,7 @@
 
 #include <bit>
 
+#include "checker.h"
 #include "generator_state.h"
 #include "hum/memory_map.h"
 
@@ -43,29 +44,37 @@ void Generator::Run() {
 
 // Behind the data come the modules' outputs, then the frames of main, the modules and master.
 void Generator::LayOutMemory() {
-    std::uint32_t address = checked_.data_end;
     program_.start = checked_.start_words;
+    program_.data_words = checked_.data_end;
     outputs_.resize(checked_.modules.size());
     frames_.resize(checked_.modules.size());
     for (std::uint32_t i = 0; i < checked_.modules.size(); ++i) {
-        if (checked_.modules[i].abstract) continue;
-        outputs_[i] = address;
-        address += Words(checked_.modules[i].output);
+        const Module& module = checked_.modules[i];
+        if (!module.abstract) outputs_[i] = Allot(Words(module.output), module.body.token);
     }
-    const auto place_frame = [&](const Body& body) {
-        const std::uint32_t frame = address;
-        for (const StartWord& word : body.start_words) {
-            program_.start.push_back({frame + word.address, word.word});
-        }
-        address += body.frame_words;
-        return frame;
-    };
-    main_frame_ = place_frame(checked_.main);
+    main_frame_ = AllotFrame(checked_.main);
     for (std::uint32_t i = 0; i < checked_.modules.size(); ++i) {
-        if (!checked_.modules[i].abstract) frames_[i] = place_frame(checked_.modules[i].body);
+        if (!checked_.modules[i].abstract) frames_[i] = AllotFrame(checked_.modules[i].body);
     }
-    master_frame_ = place_frame(checked_.master);
-    program_.data_words = address;
+    master_frame_ = AllotFrame(checked_.master);
+}
+
+std::uint32_t Generator::Allot(std::uint32_t words, std::uint32_t token) {
+    const std::uint32_t address = program_.data_words;
+    if (words > kMaxMemory - address) {
+        Fail(token, "module frame is too large");
+        return address;
+    }
+    program_.data_words += words;
+    return address;
+}
+
+std::uint32_t Generator::AllotFrame(const Body& body) {
+    const std::uint32_t frame = Allot(body.frame_words, body.token);
+    for (const StartWord& word : body.start_words) {
+        program_.start.push_back({frame + word.address, word.word});
+    }
+    return frame;
 }
 
 // What the program holds besides code.

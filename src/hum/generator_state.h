@@ -51,7 +51,8 @@ private:
 
     // generator.cpp
     void LayOutMemory();
-    void FrameStart(const Body& body, std::uint32_t address);
+    std::uint32_t Allot(std::uint32_t words, std::uint32_t token);
+    std::uint32_t AllotFrame(const Body& body);
     void Coroutine(const Body& body, std::uint32_t frame, std::uint32_t module);
     void ModuleBlocks(const Module& module);
     void FunctionCode(std::uint32_t number);
