@@ -75,7 +75,17 @@ constexpr std::array kPadKeys = {
     PadKey{zo::ui::PadButton::RightStickDown, Plain(Key::Down, kAlt)},
 };
 
+constexpr LineCommand kLineCommands[] = {
+    {"w", LineAct::Save},        {"wq", LineAct::SaveAndLeave}, {"x", LineAct::SaveAndLeave, false},
+    {"q", LineAct::Leave},       {"r", LineAct::RunOrPause},    {"run", LineAct::RunOrPause},
+    {"verify", LineAct::Verify}, {"help", LineAct::Help},       {"h", LineAct::Help, false},
+};
+
 }  // namespace
+
+std::span<const LineCommand> LineCommands() {
+    return kLineCommands;
+}
 
 std::span<const PadKey> BenchPadKeys() {
     return kPadKeys;

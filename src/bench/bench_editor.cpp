@@ -54,33 +54,29 @@ void Bench::LinkEditor() {
 }
 
 void Bench::RunCommandLine(std::string_view line) {
-    struct Row {
-        std::string_view name;
-        void (*act)(Bench& bench);
-    };
-    constexpr auto kRun = [](Bench& bench) { bench.Do(Command::RunOrPause); };
-    constexpr auto kSaveAndLeave = [](Bench& bench) {
-        bench.Save();
-        bench.Leave();
-    };
-    constexpr auto kHelp = [](Bench& bench) { bench.OpenPage("vi-keys"); };
-    static constexpr Row kCommands[] = {
-        {"w", [](Bench& bench) { bench.Save(); }},
-        {"wq", kSaveAndLeave},
-        {"x", kSaveAndLeave},
-        {"q", [](Bench& bench) { bench.Leave(); }},
-        {"r", kRun},
-        {"run", kRun},
-        {"verify", [](Bench& bench) { bench.Do(Command::Verify); }},
-        {"help", kHelp},
-        {"h", kHelp},
-    };
     line = Trimmed(line);
     if (line.empty()) return;
-    const auto* row = std::ranges::find(kCommands, line, &Row::name);
-    if (row != std::end(kCommands)) return row->act(*this);
-    shell_.Sound().Play(Effect::Alert);
-    shell_.SetStatus("Not a bench command: :" + std::string(line), Alert::Yes);
+    const auto commands = LineCommands();
+    const auto found = std::ranges::find(commands, line, &LineCommand::name);
+    if (found == commands.end()) {
+        shell_.SetStatus("Not a bench command: :" + std::string(line), Alert::Yes);
+        return;
+    }
+    switch (found->act) {
+        case LineAct::Save:
+            return Save();
+        case LineAct::SaveAndLeave:
+            Save();
+            return Leave();
+        case LineAct::Leave:
+            return Leave();
+        case LineAct::RunOrPause:
+            return Do(Command::RunOrPause);
+        case LineAct::Verify:
+            return Do(Command::Verify);
+        case LineAct::Help:
+            return OpenPage("vi-keys");
+    }
 }
 
 void Bench::MarkErrors() {

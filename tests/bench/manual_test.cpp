@@ -10,7 +10,9 @@
 #include "bench/bench_commands.h"
 #include "bench/bench_run.h"
 #include "bench/coach_keys.h"
+#include "support/keys.h"
 #include "support/lines.h"
+#include "ui/code_editor.h"
 
 namespace {
 
@@ -47,6 +49,88 @@ TEST_CASE("the binder lists the bench's keys, all of them and no others") {
     }
     for (const Kest::BenchKey& key : Kest::BenchKeys()) known.insert(zo::ui::KeyName(key.key));
     CHECK(Joined(listed) == Joined(known));
+}
+
+namespace {
+
+// The names at the start of rows that stand in so many columns; a row that goes on has none.
+std::vector<std::string> NamesIn(const std::vector<std::string>& rows, std::size_t columns) {
+    std::vector<std::string> names;
+    for (const std::string& row : rows) {
+        std::istringstream listed(row.substr(0, columns));
+        for (std::string name; listed >> name;) names.push_back(name);
+    }
+    return names;
+}
+
+void Send(zo::ui::CodeEditor& editor, std::string_view script) {
+    bool used = false;
+    for (const zo::ui::InputEvent& event : fake::Keys(script)) {
+        if (const auto* key = std::get_if<zo::ui::KeyPress>(&event)) used = editor.Key(*key);
+        const auto* text = std::get_if<zo::ui::TextInput>(&event);
+        if (text && !used) editor.Type(text->text);
+    }
+}
+
+}  // namespace
+
+TEST_CASE("the binder's vi keys are the editor's, and its commands the bench's") {
+    constexpr std::size_t kEffectAt = 9;
+    // A text, keys that give every key of the page something to do, and what it then leaves: the
+    // text with its caret, and the mode.
+    constexpr std::string_view kText = "rx a, b\ntx a";
+    const struct {
+        std::string_view name, keys, left;
+    } effects[] = {
+        {"i", "iz", "rx za, b/tx a INSERT"},
+        {"a", "az", "rx az, b/tx a INSERT"},
+        {"o", "oz", "rx a, b/z/tx a INSERT"},
+        {"Esc", "i<Esc>x", "rxa, b/tx a NORMAL"},
+        {"v", "vld", "rx  b/tx a NORMAL"},
+        {"V", "Vd", "tx a NORMAL"},
+        {"h", "hx", "rxa, b/tx a NORMAL"},
+        {"j", "jx", "rx a, b/tx  NORMAL"},
+        {"k", "jkx", "rx , b/tx a NORMAL"},
+        {"l", "lx", "rx a b/tx a NORMAL"},
+        {"w", "wwx", "rx a, /tx a NORMAL"},
+        {"b", "bx", "x a, b/tx a NORMAL"},
+        {"e", "ex", "rx a b/tx a NORMAL"},
+        {"0", "0x", "x a, b/tx a NORMAL"},
+        {"$", "$x", "rx a, /tx a NORMAL"},
+        {"gg", "jggx", "x a, b/tx a NORMAL"},
+        {"G", "Gx", "rx a, b/x a NORMAL"},
+        {"x", "x", "rx , b/tx a NORMAL"},
+        {"dd", "dd", "tx a NORMAL"},
+        {"yy", "yyjp", "rx a, b/tx a/rx a, b NORMAL"},
+        {"p", "yyp", "rx a, b/rx a, b/tx a NORMAL"},
+        {"u", "xu", "rx a, b/tx a NORMAL"},
+        {"Ctrl+Y", "xu<Ctrl+Y>", "rx , b/tx a NORMAL"},
+        {"/text", "/tx<Enter>x", "rx a, b/x a NORMAL"},
+        {"n", "/x<Enter>nx", "r a, b/tx a NORMAL"},
+        {":", ":w", "rx a, b/tx a NORMAL :w"},
+    };
+    std::vector<std::string> known;
+    for (const auto& effect : effects) {
+        CAPTURE(effect.name);
+        known.emplace_back(effect.name);
+        zo::ui::CodeEditor editor;
+        editor.SetViKeys(true);
+        editor.SetText(kText);
+        editor.SetCaret({0, 3});
+        Send(editor, effect.keys);
+        std::string left = editor.Text();
+        std::ranges::replace(left, '\n', '/');
+        left += " " + std::string(editor.ModeName());
+        if (const auto line = editor.CommandLine()) left += " :" + *line;
+        CHECK(left == effect.left);
+    }
+    CHECK(NamesIn(RowsUnder("vi-keys", "Keys in Normal mode:"), kEffectAt) == known);
+
+    std::vector<std::string> commands;
+    for (const Kest::LineCommand& command : Kest::LineCommands()) {
+        if (command.in_binder) commands.push_back(":" + std::string(command.name));
+    }
+    CHECK(NamesIn(RowsUnder("vi-keys", "Commands:"), kEffectAt) == commands);
 }
 
 TEST_CASE("the binder gives the speeds of a run") {

@@ -84,6 +84,16 @@ struct BenchKey {
 std::span<const BenchKey> BenchKeys();
 const BenchKey* FindBenchKey(const zo::ui::KeyPress& key);
 
+enum class LineAct : std::uint8_t { Save, SaveAndLeave, Leave, RunOrPause, Verify, Help };
+
+// What is typed behind a ":" with vi keys.
+struct LineCommand {
+    std::string_view name;
+    LineAct act;
+    bool in_binder = true;  // on the page of the vi keys
+};
+std::span<const LineCommand> LineCommands();
+
 // The keys that the controller's buttons are on the bench.
 std::span<const PadKey> BenchPadKeys();
 
