@@ -91,7 +91,7 @@ bool Checker::Number(NodeId id) {
 bool Checker::ConvertsTo(TypeId target, NodeId value, TypeId value_type) const {
     if (target == value_type) return true;
     if (checked_.types.IsNumber(target)) return checked_.types.IsNumber(value_type);
-    return IsNull(value);
+    return checked_.types.IsPointer(target) && IsNull(value);
 }
 
 // A literal 0, which is a pointer of every type.

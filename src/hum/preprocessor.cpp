@@ -81,6 +81,7 @@ private:
     bool SkipRegion();
     bool NextOnLine(Token& token);
     bool NameOnLine(Token& token);
+    bool FinishLine();
 
     Tokens& tokens_;
     Includes* includes_;
@@ -168,6 +169,15 @@ bool Preprocessor::NameOnLine(Token& token) {
     return token.kind == Tok::Name || Fail(SpotOf(token), "expected identifier");
 }
 
+// What stands behind a directive counts for nothing, but a comment may go on for lines.
+bool Preprocessor::FinishLine() {
+    Token token;
+    do {
+        if (!NextOnLine(token)) return false;
+    } while (token.kind != Tok::End);
+    return true;
+}
+
 bool Preprocessor::Directive(const Token& hash) {
     Token word;
     if (!NextOnLine(word)) return false;
@@ -187,7 +197,7 @@ bool Preprocessor::Include() {
     Token name;
     if (!NextOnLine(name)) return false;
     if (name.kind != Tok::String) return Fail(SpotOf(name), "#include expects \"name\"");
-    readings_.back().lexer.SkipLine();
+    if (!FinishLine()) return false;
     if (tokens_.strings[name.value] == "music") return true;
     return ResolveInclude(name);
 }
@@ -230,8 +240,7 @@ bool Preprocessor::Pragma() {
     if (word.kind == Tok::Name && tokens_.names.Text(word.value) == "once") {
         tokens_.sources[word.source].once = true;
     }
-    if (word.kind != Tok::End) readings_.back().lexer.SkipLine();
-    return true;
+    return word.kind == Tok::End || FinishLine();
 }
 
 bool Preprocessor::Define() {
@@ -255,7 +264,7 @@ bool Preprocessor::IfDefined(bool wanted) {
     Token name;
     if (!NameOnLine(name)) return false;
     const bool defined = MacroOf(name) != kNone;
-    readings_.back().lexer.SkipLine();
+    if (!FinishLine()) return false;
     if (defined != wanted) return SkipRegion();
     ++readings_.back().open_regions;
     return true;
@@ -265,8 +274,7 @@ bool Preprocessor::EndIf(const Token& hash) {
     Reading& reading = readings_.back();
     if (reading.open_regions == 0) return Fail(SpotOf(hash), "unmatched #endif");
     --reading.open_regions;
-    reading.lexer.SkipLine();
-    return true;
+    return FinishLine();
 }
 
 // Drops whole lines, which need not be made of tokens, up to the #endif of the region.
