@@ -12,6 +12,8 @@ void RunFarEnds(Report& report);
 void RunContent(Report& report);
 // Compiling Hum programs.
 void RunCompiler(Report& report);
+// A patch of Hum in the machine, and the same in C++.
+void RunMachine(Report& report);
 // Screens drawn and turned to pixels, whole and changed.
 void RunPictures(Report& report);
 // Runs on the bench: past ticks, the trace, a verify.

@@ -6,6 +6,7 @@ int main(int argc, char** argv) {
     bench::RunFarEnds(report);
     bench::RunContent(report);
     bench::RunCompiler(report);
+    bench::RunMachine(report);
     bench::RunPictures(report);
     bench::RunBench(report);
     bench::RunApp(report);

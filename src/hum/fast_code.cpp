@@ -1,7 +1,7 @@
 #include "fast_code.h"
 
+#include <algorithm>
 #include <cstddef>
-#include <optional>
 
 #include "hum/builtins.h"
 
@@ -13,8 +13,11 @@ struct Renamed {
     FastOp fast;
 };
 
+// Two instructions, or four, that one opcode does; unused places hold FastOp::Count.
 struct Fused {
-    FastOp first, second, both;
+    FastOp parts[4];
+    FastOp all;
+    std::size_t length;
 };
 
 struct Direct {
@@ -29,9 +32,14 @@ constexpr Renamed kRenamed[] = {
 #undef HUM_SAME
 };
 
+// The longest first, since the first that fits is taken.
 constexpr Fused kFused[] = {
-#define HUM_TWO(first, second) {FastOp::first, FastOp::second, FastOp::first##_##second},
-    HUM_FAST_PAIRS(HUM_TWO) HUM_FAST_BRANCHES(HUM_TWO)
+#define HUM_FOUR(a, b, c, d) \
+    {{FastOp::a, FastOp::b, FastOp::c, FastOp::d}, FastOp::a##_##b##_##c##_##d, 4},
+#define HUM_TWO(a, b) {{FastOp::a, FastOp::b, FastOp::Count, FastOp::Count}, FastOp::a##_##b, 2},
+    HUM_FAST_COUNTERS(HUM_FOUR) HUM_FAST_HEADS(HUM_FOUR) HUM_FAST_PAIRS(HUM_TWO)
+        HUM_FAST_BRANCHES(HUM_TWO) HUM_FAST_CHECKED(HUM_TWO)
+#undef HUM_FOUR
 #undef HUM_TWO
 };
 
@@ -113,21 +121,24 @@ private:
         return FastOp::Svc;
     }
 
-    // From the first on: a pair leaves its second instruction to stand as it is, and the search
-    // goes on behind it.
+    // From the first on: the others of a group stay as they are, and the search goes on behind.
     void Fuse() {
-        for (std::size_t pc = 0; pc + 1 < ops_.size(); ++pc) {
-            if (const std::optional<FastOp> both = Both(ops_[pc], ops_[pc + 1])) {
-                ops_[pc++] = *both;
-            }
+        for (std::size_t pc = 0; pc < ops_.size();) {
+            const Fused* fused = GroupAt(pc);
+            if (fused != nullptr) ops_[pc] = fused->all;
+            pc += fused != nullptr ? fused->length : 1;
         }
     }
 
-    static std::optional<FastOp> Both(FastOp first, FastOp second) {
+    const Fused* GroupAt(std::size_t pc) const {
         for (const Fused& fused : kFused) {
-            if (fused.first == first && fused.second == second) return fused.both;
+            if (pc + fused.length <= ops_.size() &&
+                std::equal(fused.parts, fused.parts + fused.length,
+                           ops_.begin() + static_cast<std::ptrdiff_t>(pc))) {
+                return &fused;
+            }
         }
-        return std::nullopt;
+        return nullptr;
     }
 
     const std::vector<Instruction>& prepared_;

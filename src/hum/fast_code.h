@@ -18,8 +18,9 @@
 // Instructions that can neither fail nor jump.
 #define HUM_FAST_SIMPLE(X)                                                                         \
     X(Nop)                                                                                         \
-    X(Li) X(Lf) X(Mov) X(Fmov) X(LoadAt) X(StoreAt) X(LoadfAt) X(StorefAt) X(LeaAt) X(Lea) X(Add)  \
-        X(Sub) X(Mul) X(Div) X(Mod) X(And) X(Or) X(Xor) X(Shl) X(Shr) X(Sar) X(Neg) X(Not) X(Addf) \
+    X(Li)                                                                                          \
+    X(Lf) X(Mov) X(Fmov) X(LoadAt) X(StoreAt) X(LoadfAt) X(StorefAt) X(LeaAt) X(Lea) X(Add) X(Sub) \
+        X(Mul) X(Div) X(Mod) X(And) X(Or) X(Xor) X(Shl) X(Shr) X(Sar) X(Neg) X(Not) X(Addf)        \
             X(Subf) X(Mulf) X(Divf) X(Fmod) X(Negf) X(I2f) X(F2i) X(Cmpeq) X(Cmpne) X(Cmplt)       \
                 X(Cmple) X(Cmpgt) X(Cmpge) X(Fcmpeq) X(Fcmpne) X(Fcmplt) X(Fcmple) X(Fcmpgt)       \
                     X(Fcmpge) X(Fpget)
@@ -27,55 +28,74 @@
 // Everything else; Bad ones are those whose target is outside the code.
 #define HUM_FAST_OTHER(X)                                                                          \
     X(Halt)                                                                                        \
-    X(Load) X(Store) X(Loadf) X(Storef) X(Jmp) X(Jz) X(Jnz) X(JmpBad) X(JzBad) X(JnzBad) X(Call)   \
+    X(Load)                                                                                        \
+    X(Store) X(Loadf) X(Storef) X(Jmp) X(Jz) X(Jnz) X(JmpBad) X(JzBad) X(JnzBad) X(Call)           \
         X(CallBad) X(Ret) X(Wait) X(This) X(Push) X(Pop) X(Pushf) X(Popf) X(Svc) X(Enter) X(Aload) \
             X(Aloadf) X(Aloadw) X(Aloadwf) X(Astore) X(Astoref) X(Astorew) X(Astorewf) X(Arowa)    \
                 X(Aroww) X(Unknown) X(End)
 
 // Pairs of simple instructions, as the code generator likes to put them.
-#define HUM_FAST_PAIRS(X)                                                                          \
-    X(LoadfAt, LoadfAt)                                                                            \
-    X(LoadfAt, Lf) X(LoadfAt, Mulf) X(LoadfAt, Addf) X(LoadfAt, Subf) X(LoadfAt, StorefAt)         \
-        X(LoadfAt, Li) X(Lf, Mulf) X(Lf, Addf) X(Lf, Subf) X(Lf, Divf) X(Lf, LoadfAt) X(Lf, Lf)    \
-            X(Lf, StorefAt) X(Lf, Fcmplt) X(Lf, Fcmpgt) X(Li, Lf) X(Li, Li) X(Li, Add) X(Li, Sub)  \
-                X(Li, Mul) X(Li, Mod) X(Li, And) X(Li, LoadfAt) X(Li, LoadAt) X(Li, StoreAt)       \
-                    X(LoadAt, Li) X(LoadAt, LoadAt) X(LoadAt, I2f) X(Mulf, Addf) X(Mulf, StorefAt) \
-                        X(Mulf, LoadfAt) X(Mulf, Lf) X(Addf, StorefAt) X(Addf, LoadfAt)            \
-                            X(Addf, Lf) X(Subf, StorefAt) X(StorefAt, LoadfAt) X(StorefAt, Li)     \
-                                X(StorefAt, Lf) X(StorefAt, LoadAt) X(StoreAt, LoadAt)             \
-                                    X(StoreAt, LoadfAt) X(StoreAt, Li) X(Add, StoreAt)             \
-                                        X(Sub, StoreAt) X(I2f, Mulf) X(I2f, StorefAt) X(I2f, Lf)
+#define HUM_FAST_PAIRS(X)                                                                         \
+    X(LoadfAt, LoadfAt)                                                                           \
+    X(LoadfAt, Lf)                                                                                \
+    X(LoadfAt, Mulf) X(LoadfAt, Addf) X(LoadfAt, Subf) X(LoadfAt, StorefAt) X(LoadfAt, Li)        \
+        X(Lf, Mulf) X(Lf, Addf) X(Lf, Subf) X(Lf, Divf) X(Lf, LoadfAt) X(Lf, Lf) X(Lf, StorefAt)  \
+            X(Lf, Fcmplt) X(Lf, Fcmpgt) X(Li, Lf) X(Li, Li) X(Li, Add) X(Li, Sub) X(Li, Mul) X(   \
+                Li, Mod) X(Li, And) X(Li, LoadfAt) X(Li, LoadAt) X(Li, StoreAt) X(LoadAt, Li)     \
+                X(LoadAt, LoadAt) X(LoadAt, I2f) X(Mulf, Addf) X(Mulf, StorefAt) X(Mulf, LoadfAt) \
+                    X(Mulf, Lf) X(Addf, StorefAt) X(Addf, LoadfAt) X(Addf, Lf) X(Subf, StorefAt)  \
+                        X(StorefAt, LoadfAt) X(StorefAt, Li) X(StorefAt, Lf) X(StorefAt, LoadAt)  \
+                            X(StoreAt, LoadAt) X(StoreAt, LoadfAt) X(StoreAt, Li) X(Add, StoreAt) \
+                                X(Sub, StoreAt) X(I2f, Mulf) X(I2f, StorefAt) X(Li, I2f)          \
+                                    X(I2f, LoadfAt) X(I2f, Li) X(Lea, Lf) X(LoadAt, Lea)          \
+                                        X(Lf, LoadAt) X(Lea, LoadAt) X(Li, Cmpgt) X(I2f, Lf)
 
 // A comparison and the jump on its result.
-#define HUM_FAST_BRANCHES(X)                                                                     \
-    X(Cmpeq, Jz)                                                                                 \
-    X(Cmpne, Jz) X(Cmplt, Jz) X(Cmple, Jz) X(Cmpgt, Jz) X(Cmpge, Jz) X(Fcmpeq, Jz) X(Fcmpne, Jz) \
-        X(Fcmplt, Jz) X(Fcmple, Jz) X(Fcmpgt, Jz) X(Fcmpge, Jz) X(Cmpeq, Jnz) X(Cmpne, Jnz)      \
-            X(Cmplt, Jnz) X(Fcmplt, Jnz) X(Fcmpgt, Jnz) X(LoadAt, Jz) X(LoadAt, Jnz)             \
-                X(StorefAt, Jmp) X(StoreAt, Jmp)
+#define HUM_FAST_BRANCHES(X)                                                                      \
+    X(Cmpeq, Jz)                                                                                  \
+    X(Cmpne, Jz)                                                                                  \
+    X(Cmplt, Jz) X(Cmple, Jz) X(Cmpgt, Jz) X(Cmpge, Jz) X(Fcmpeq, Jz) X(Fcmpne, Jz) X(Fcmplt, Jz) \
+        X(Fcmple, Jz) X(Fcmpgt, Jz) X(Fcmpge, Jz) X(Cmpeq, Jnz) X(Cmpne, Jnz) X(Cmplt, Jnz)       \
+            X(Fcmplt, Jnz) X(Fcmpgt, Jnz) X(LoadAt, Jz) X(LoadAt, Jnz) X(StorefAt, Jmp)           \
+                X(StoreAt, Jmp)
+
+// Instructions that check their address, behind simple ones.
+#define HUM_FAST_CHECKED(X)                                                               \
+    X(LoadAt, Load)                                                                       \
+    X(LoadAt, Loadf) X(LoadAt, Storef) X(LoadfAt, Storef) X(Addf, Storef) X(Mulf, Storef) \
+        X(LoadfAt, Loadf)
+
+// What counters do, and loops at their head.
+#define HUM_FAST_COUNTERS(X) \
+    X(LoadAt, Li, Add, StoreAt) X(LoadAt, Li, Sub, StoreAt) X(LoadfAt, Lf, Mulf, StorefAt)
+#define HUM_FAST_HEADS(X) X(LoadAt, Li, Cmplt, Jz) X(LoadAt, Li, Cmpeq, Jz)
 
 // Built-ins that have an opcode of their own: their name and their function.
-#define HUM_FAST_BUILTINS(X)                                                                      \
-    X(phasor, Phasor)                                                                             \
-    X(sine, Sine) X(saw, Saw) X(blep_saw, BlepSaw) X(sq, Square) X(tri, Triangle) X(lpf1, Lpf1)   \
-        X(hpf1, Hpf1) X(onepole, OnePole) X(one_pole, OnePole) X(dcblock, DcBlock)                \
-            X(svf_lp, SvfLowPass) X(svf_bp, SvfBandPass) X(svf_hp, SvfHighPass) X(biquad, Biquad) \
-                X(env_exp, Envelope) X(mtof, NoteToHertz) X(rand, Random) X(noise, Noise)         \
-                    X(min, Min) X(max, Max) X(clamp_f, Clamp) X(lerp, Lerp) X(clip, HeldUnit)     \
-                        X(softclip, SoftClip) X(wrap01, Wrap01)
+#define HUM_FAST_BUILTINS(X)                                                                     \
+    X(phasor, Phasor)                                                                            \
+    X(sine, Sine)                                                                                \
+    X(saw, Saw) X(blep_saw, BlepSaw) X(sq, Square) X(tri, Triangle) X(lpf1, Lpf1) X(hpf1, Hpf1)  \
+        X(onepole, OnePole) X(one_pole, OnePole) X(dcblock, DcBlock) X(svf_lp, SvfLowPass)       \
+            X(svf_bp, SvfBandPass) X(svf_hp, SvfHighPass) X(biquad, Biquad) X(env_exp, Envelope) \
+                X(mtof, NoteToHertz) X(rand, Random) X(noise, Noise) X(min, Min) X(max, Max)     \
+                    X(clamp_f, Clamp) X(lerp, Lerp) X(clip, HeldUnit) X(softclip, SoftClip)      \
+                        X(wrap01, Wrap01)
 
 namespace hum {
 
 enum class FastOp : std::uint8_t {
 #define HUM_ONE(name) name,
 #define HUM_TWO(first, second) first##_##second,
+#define HUM_FOUR(first, second, third, fourth) first##_##second##_##third##_##fourth,
 #define HUM_BUILTIN(name, function) Call_##name,
     HUM_FAST_SIMPLE(HUM_ONE) HUM_FAST_OTHER(HUM_ONE) HUM_FAST_PAIRS(HUM_TWO)
-        HUM_FAST_BRANCHES(HUM_TWO) HUM_FAST_BUILTINS(HUM_BUILTIN)
+        HUM_FAST_BRANCHES(HUM_TWO) HUM_FAST_CHECKED(HUM_TWO) HUM_FAST_COUNTERS(HUM_FOUR)
+            HUM_FAST_HEADS(HUM_FOUR) HUM_FAST_BUILTINS(HUM_BUILTIN)
 #undef HUM_ONE
 #undef HUM_TWO
+#undef HUM_FOUR
 #undef HUM_BUILTIN
-            Count
+                Count
 };
 
 // Makes fast code of prepared code, for a memory of `size` words.

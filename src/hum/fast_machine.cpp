@@ -152,11 +152,15 @@ bool Execute(Runtime* runtime_or_none, Coroutine* coroutine, const std::vector<I
 #define HUM_ONE(name) \
     static_cast<std::int32_t>(static_cast<char*>(&&at_##name) - static_cast<char*>(&&at_Nop)),
 #define HUM_TWO(first, second) HUM_ONE(first##_##second)
+#define HUM_FOUR(first, second, third, fourth) HUM_ONE(first##_##second##_##third##_##fourth)
 #define HUM_BUILTIN(name, function) HUM_ONE(Call_##name)
-    static const std::int32_t offsets[] = {HUM_FAST_SIMPLE(HUM_ONE) HUM_FAST_OTHER(
-        HUM_ONE) HUM_FAST_PAIRS(HUM_TWO) HUM_FAST_BRANCHES(HUM_TWO) HUM_FAST_BUILTINS(HUM_BUILTIN)};
+    static const std::int32_t offsets[] = {
+        HUM_FAST_SIMPLE(HUM_ONE) HUM_FAST_OTHER(HUM_ONE) HUM_FAST_PAIRS(HUM_TWO)
+            HUM_FAST_BRANCHES(HUM_TWO) HUM_FAST_CHECKED(HUM_TWO) HUM_FAST_COUNTERS(HUM_FOUR)
+                HUM_FAST_HEADS(HUM_FOUR) HUM_FAST_BUILTINS(HUM_BUILTIN)};
 #undef HUM_ONE
 #undef HUM_TWO
+#undef HUM_FOUR
 #undef HUM_BUILTIN
     if (coroutine == nullptr) {
         *handlers = offsets;
@@ -261,26 +265,61 @@ at_JmpBad:
 at_CallBad:
     HUM_FAIL(Trouble::InvalidCounter);
 
-at_Load:
-    address = HUM_TARGET;
-    HUM_CHECK(Trouble::IntLoad);
-    frame->i[ip->rd] = static_cast<std::int32_t>(memory[address]);
+#define HUM_DO_Load              \
+    address = HUM_TARGET;        \
+    HUM_CHECK(Trouble::IntLoad); \
+    frame->i[ip->rd] = static_cast<std::int32_t>(memory[address])
+#define HUM_DO_Loadf               \
+    address = HUM_TARGET;          \
+    HUM_CHECK(Trouble::FloatLoad); \
+    frame->f[ip->rd] = std::bit_cast<float>(memory[address])
+#define HUM_DO_Store           \
+    address = HUM_TARGET;      \
+    HUM_CHECK(Trouble::Store); \
+    memory[address] = static_cast<std::uint32_t>(frame->i[ip->ra])
+#define HUM_DO_Storef          \
+    address = HUM_TARGET;      \
+    HUM_CHECK(Trouble::Store); \
+    memory[address] = std::bit_cast<std::uint32_t>(frame->f[ip->ra])
+#define HUM_ONE(name)          \
+    at_##name : HUM_DO_##name; \
     HUM_NEXT(1);
-at_Loadf:
-    address = HUM_TARGET;
-    HUM_CHECK(Trouble::FloatLoad);
-    frame->f[ip->rd] = std::bit_cast<float>(memory[address]);
+#define HUM_TWO(one, two)                               \
+    at_##one##_##two : Simple{*frame, memory}.one(*ip); \
+    ++ip;                                               \
+    HUM_DO_##two;                                       \
     HUM_NEXT(1);
-at_Store:
-    address = HUM_TARGET;
-    HUM_CHECK(Trouble::Store);
-    memory[address] = static_cast<std::uint32_t>(frame->i[ip->ra]);
-    HUM_NEXT(1);
-at_Storef:
-    address = HUM_TARGET;
-    HUM_CHECK(Trouble::Store);
-    memory[address] = std::bit_cast<std::uint32_t>(frame->f[ip->ra]);
-    HUM_NEXT(1);
+    HUM_ONE(Load)
+    HUM_ONE(Loadf)
+    HUM_ONE(Store)
+    HUM_ONE(Storef)
+    HUM_FAST_CHECKED(HUM_TWO)
+#undef HUM_ONE
+#undef HUM_TWO
+
+#define HUM_FOUR(one, two, three, four)      \
+    at_##one##_##two##_##three##_##four : {  \
+        const Simple simple{*frame, memory}; \
+        simple.one(ip[0]);                   \
+        simple.two(ip[1]);                   \
+        simple.three(ip[2]);                 \
+        simple.four(ip[3]);                  \
+        HUM_NEXT(4);                         \
+    }
+    HUM_FAST_COUNTERS(HUM_FOUR)
+#undef HUM_FOUR
+#define HUM_FOUR(one, two, three, four)      \
+    at_##one##_##two##_##three##_##four : {  \
+        const Simple simple{*frame, memory}; \
+        simple.one(ip[0]);                   \
+        simple.two(ip[1]);                   \
+        simple.three(ip[2]);                 \
+        ip += 3;                             \
+        HUM_WHEN_##four HUM_TAKE;            \
+        HUM_NEXT(1);                         \
+    }
+    HUM_FAST_HEADS(HUM_FOUR)
+#undef HUM_FOUR
 
 at_Call : {
     HUM_MUST(co.depth + 1 < kMaxFrames, Trouble::CallOverflow);

@@ -28,6 +28,12 @@ inline double SineOfTurn(double turn) {
                            q * (8.3333333333333333e-03 + q * (-1.9841269841269841e-04 + tail))));
 }
 
+// 1 - exp(-x) for an x of 0 or more; what filters and envelopes want is mostly near 0.
+inline double FallenAfter(double x) {
+    if (x > 0.125) return 1.0 - std::exp(-x);
+    return x * (1.0 - x * (1.0 / 2 - x * (1.0 / 6 - x * (1.0 / 24 - x * (1.0 / 120 - x / 720)))));
+}
+
 inline float HeldCutoff(float cutoff_hz) {
     if (!(cutoff_hz > 1.0f)) return 1.0f;
     return cutoff_hz < 23520.0f ? cutoff_hz : 23520.0f;
@@ -42,7 +48,7 @@ inline float Prewarped(float cutoff_hz) {
 // 1 - exp(-2 pi cutoff / rate)
 inline float OnePoleStep(float cutoff_hz) {
     const double turns = static_cast<double>(HeldCutoff(cutoff_hz)) / kSampleRate;
-    return static_cast<float>(-std::expm1(-2.0 * std::numbers::pi * turns));
+    return static_cast<float>(FallenAfter(2.0 * std::numbers::pi * turns));
 }
 
 inline float Wrap01(float x) {
@@ -174,8 +180,7 @@ inline float Biquad(float x, State z1, State z2, float b0, float b1, float b2, f
 // 1 - exp(-6.907755 / (seconds * rate)): gets within a thousandth in that time.
 inline float EnvelopeStep(float seconds) {
     if (!(seconds > 0.0f)) return 1.0f;
-    return static_cast<float>(
-        -std::expm1(-6.907755 / (static_cast<double>(seconds) * kSampleRate)));
+    return static_cast<float>(FallenAfter(6.907755 / (static_cast<double>(seconds) * kSampleRate)));
 }
 
 inline float Envelope(State s, float rise, float fall, std::int32_t gate) {
