@@ -24,7 +24,8 @@ struct SceneWord {
 constexpr SceneWord kSceneWords[] = {
     {"title", Place::Title},
     {"board", Place::Board, "", "locked shifts ticket intro help"},
-    {"bench", Place::Bench, "", "empty errors running paused failed passed whole results"},
+    {"bench", Place::Bench, "",
+     "empty errors completing finding selected running paused failed passed whole results"},
     {"overlay-pause", Place::Pause},
     {"overlay-options", Place::Options},
     {"overlay-credits", Place::Credits},

@@ -4,6 +4,9 @@
 namespace Kest {
 namespace {
 
+using zo::ui::Key;
+using zo::ui::KeyPress;
+
 // Firmware that does not assemble, whatever the card.
 constexpr std::string_view kBroken =
     "; Two mistakes to find.\nagain: tx $1FFFF\n       jmp nowhere\n";
@@ -26,6 +29,17 @@ bool Bench::CaptureRequest(std::string_view request) {
     } else if (request == "errors") {
         SetFirmware(kBroken);
         RunOrPause();
+    } else if (request == "completing") {
+        SetFirmware(loaded_.reference_text);
+        UseEditor("mov ", {.key = Key::Character, .character = U' ', .with = {.control = true}});
+    } else if (request == "finding") {
+        SetFirmware(loaded_.reference_text);
+        UseEditor("", {.key = Key::Character, .character = U'f', .with = {.control = true}});
+        editor_.Type("tx");
+    } else if (request == "selected") {
+        SetFirmware(loaded_.reference_text);
+        UseEditor("", {.key = Key::Up, .with = {.shift = true}});
+        editor_.Key({.key = Key::Up, .with = {.shift = true}});
     } else if (request == "running") {
         SetFirmware(loaded_.reference_text);
         RunHalfWay();
@@ -57,6 +71,16 @@ bool Bench::CaptureRequest(std::string_view request) {
         return false;
     }
     return true;
+}
+
+// Types on a new line below the third, and presses a key there.
+void Bench::UseEditor(std::string_view typed, const KeyPress& key) {
+    editor_.SetCaret({2, 1000});
+    if (!typed.empty()) {
+        editor_.Key({.key = zo::ui::Key::Enter});
+        editor_.Type(typed);
+    }
+    editor_.Key(key);
 }
 
 // Leaves a test running so slowly that a picture taken seconds later still finds it at work.

@@ -30,10 +30,39 @@ bool IsInText(std::u16string_view before, const std::vector<Span>& spans) {
     return last.role == Role::CodeNote || open_quote;
 }
 
-bool HasInstruction(const std::vector<Span>& spans) {
-    return std::ranges::any_of(spans, [](const Span& span) {
-        return span.role == Role::CodeOp || span.role == Role::CodeDef;
-    });
+// The instruction of a line, and which of its operands a column is at.
+struct Typed {
+    const kp::InstructionInfo* info = nullptr;
+    Span name;
+    int operand = 0;
+};
+
+std::optional<Typed> InstructionAt(std::u16string_view line, const std::vector<Span>& spans,
+                                   int column) {
+    const auto name = std::ranges::find(spans, Role::CodeOp, &Span::role);
+    if (name == spans.end() || column < name->column) return std::nullopt;
+    Typed typed{.info = nullptr, .name = *name};
+    typed.info = kp::FindInstruction(base::ToUtf8(line.substr(
+        static_cast<std::size_t>(name->column), static_cast<std::size_t>(name->length))));
+    for (auto span = name; span != spans.end() && span->column < column; ++span) {
+        if (span->role == Role::CodeNote) return std::nullopt;
+        typed.operand += line[static_cast<std::size_t>(span->column)] == u',' ? 1 : 0;
+    }
+    return typed.info ? std::optional(typed) : std::nullopt;
+}
+
+bool Runs(const kp::CardConfig& card, kp::Op op) {
+    switch (op) {
+        case kp::Op::Crc:
+            return card.crc;
+        case kp::Op::Tmr:
+            return card.timer;
+        case kp::Op::Hin:
+        case kp::Op::Hout:
+            return card.host;
+        default:
+            return true;
+    }
 }
 
 bool IsFitted(const kp::CardConfig& card, int number) {
@@ -49,25 +78,37 @@ bool IsFitted(const kp::CardConfig& card, int number) {
     }
 }
 
-std::vector<CompletionItem> Instructions() {
+std::vector<CompletionItem> Instructions(const kp::CardConfig& card) {
     std::vector<CompletionItem> items;
     for (const kp::InstructionInfo& info : kp::Instructions()) {
-        items.push_back({std::string(info.name), std::string(info.effect)});
+        if (Runs(card, info.op))
+            items.push_back({std::string(info.name), std::string(info.effect)});
     }
     items.push_back({"def", "names a constant"});
     return items;
 }
 
-std::vector<CompletionItem> Operands(const kp::CardConfig& card, const kp::Assembly& firmware) {
-    std::vector<CompletionItem> items;
-    for (std::size_t number = 0; number < kp::kRegisterNames.size(); ++number) {
-        if (!IsFitted(card, static_cast<int>(number))) continue;
-        items.push_back({std::string(kp::kRegisterNames[number]), "register"});
+// Those that suit the operand come first.
+std::vector<CompletionItem> Operands(const kp::CardConfig& card, const kp::Assembly& firmware,
+                                     std::optional<kp::OperandKind> wanted) {
+    using enum kp::OperandKind;
+    const bool names_register = wanted != Label;
+    std::vector<CompletionItem> items, others;
+    for (int number = 0; number < static_cast<int>(kp::kRegisterNames.size()); ++number) {
+        if (!IsFitted(card, number)) continue;
+        const bool written = wanted == Register || wanted == MovTarget;
+        const bool suits = names_register && !(written && number > kp::kCrc);
+        const auto name = kp::kRegisterNames[static_cast<std::size_t>(number)];
+        (suits ? items : others).push_back({std::string(name), "register"});
     }
-    for (const kp::Symbol& label : firmware.labels) items.push_back({label.name, "label"});
+    for (const kp::Symbol& label : firmware.labels) {
+        (wanted == Label ? items : others).push_back({label.name, "label"});
+    }
     for (const kp::Symbol& constant : firmware.constants) {
-        items.push_back({constant.name, "constant " + std::to_string(constant.value)});
+        (wanted == Value || wanted == MovSource ? items : others)
+            .push_back({constant.name, "constant " + std::to_string(constant.value)});
     }
+    items.insert(items.end(), others.begin(), others.end());
     return items;
 }
 
@@ -97,39 +138,37 @@ std::vector<CompletionItem> CompleteFirmware(std::u16string_view before, const k
                                              const kp::Assembly& firmware) {
     const std::vector<Span> spans = SpansOf(before);
     if (IsInText(before, spans)) return {};
-    return HasInstruction(spans) ? Operands(card, firmware) : Instructions();
+    if (const auto typed = InstructionAt(before, spans, static_cast<int>(before.size()))) {
+        const bool one_of_them = typed->operand < typed->info->most;
+        return Operands(
+            card, firmware,
+            one_of_them
+                ? std::optional(typed->info->operands[static_cast<std::size_t>(typed->operand)])
+                : std::nullopt);
+    }
+    const bool defines = std::ranges::count(spans, Role::CodeDef, &Span::role) > 0;
+    return defines ? Operands(card, firmware, kp::OperandKind::Value) : Instructions(card);
 }
 
 zo::ui::TypingHint DescribeInstruction(std::u16string_view line, int column) {
-    const std::vector<Span> spans = SpansOf(line);
-    const auto op = std::ranges::find(spans, Role::CodeOp, &Span::role);
-    if (op == spans.end() || column < op->column) return {};
-    const bool in_comment = std::ranges::any_of(spans, [column](const Span& span) {
-        return span.role == Role::CodeNote && column > span.column;
-    });
-    if (in_comment) return {};
-    const auto start = static_cast<std::size_t>(op->column);
-    const kp::InstructionInfo* info =
-        kp::FindInstruction(base::ToUtf8(line.substr(start, static_cast<std::size_t>(op->length))));
-    if (!info) return {};
-    const int at_operand = static_cast<int>(std::ranges::count_if(spans, [&](const Span& span) {
-        return span.role == Role::CodePunct && span.column > op->column && span.column < column &&
-               line[static_cast<std::size_t>(span.column)] == u',';
-    }));
-    zo::ui::TypingHint hint{.text = std::string(info->name)};
+    const auto typed = InstructionAt(line, SpansOf(line), column);
+    if (!typed) return {};
+    const kp::InstructionInfo& info = *typed->info;
+    const bool behind_name = column > typed->name.column + typed->name.length;
+    zo::ui::TypingHint hint{.text = std::string(info.name)};
     hint.length = static_cast<int>(hint.text.size());
-    for (int k = 0; k < info->most; ++k) {
-        const bool optional = k >= info->Least();
+    for (int k = 0; k < info.most; ++k) {
+        const bool optional = k >= info.Least();
         hint.text += optional ? "[" : "";
         hint.text += k == 0 ? " " : ", ";
-        const bool due = k == at_operand && column > op->column + op->length;
+        const bool due = k == typed->operand && behind_name;
         if (due) hint.from = static_cast<int>(hint.text.size());
-        hint.text += NameOf(*info, k);
+        hint.text += NameOf(info, k);
         if (due) hint.length = static_cast<int>(hint.text.size()) - hint.from;
         hint.text += optional ? "]" : "";
     }
     hint.text += ": ";
-    hint.text += info->effect;
+    hint.text += info.effect;
     return hint;
 }
 

@@ -51,7 +51,8 @@ void CodeEditor::Draw(Canvas& canvas, Pressables& pressables, const Rect& pane, 
         if (!with.shift) return rows_.Wheel(steps);
         ScrollSideways(-steps * kSidewaysColumns);
     };
-    if (completion_.IsOpen()) DrawCompletion(canvas, pressables, inner);
+    const Rect above_notes = {inner.x, inner.y, inner.width, text_.height};
+    if (completion_.IsOpen()) DrawCompletion(canvas, pressables, above_notes);
 }
 
 // Brings the caret, or the line that was asked for, into sight.
@@ -230,10 +231,10 @@ void CodeEditor::DrawCaret(Canvas& canvas, bool focused) {
     canvas.SetCaret(x, y, ShapeIn(canvas.CurrentLook(), commands));
 }
 
-void CodeEditor::DrawCompletion(Canvas& canvas, Pressables& pressables, const Rect& inner) {
+void CodeEditor::DrawCompletion(Canvas& canvas, Pressables& pressables, const Rect& room) {
     const Point word = {text_.x + WordStart() - left_, text_.y + state_.Caret().line - rows_.Top()};
-    if (!inner.Contains(word)) return;
-    completion_.Draw(canvas, pressables, inner, word, [this] { AcceptCompletion(); });
+    if (!room.Contains(word)) return;
+    completion_.Draw(canvas, pressables, room, word, [this] { AcceptCompletion(); });
 }
 
 // The pointer.

@@ -16,6 +16,8 @@
 
 namespace {
 
+constexpr std::size_t kKeyColumns = 21;  // at the start of a row of keys
+
 const kp::Content& BuiltIn() {
     static const kp::Content content = kp::LoadContent(kp::ContentStore::BuiltIn());
     return content;
@@ -41,10 +43,9 @@ std::string Joined(const std::set<std::string>& names) {
 }  // namespace
 
 TEST_CASE("the binder lists the bench's keys, all of them and no others") {
-    constexpr std::size_t kEffectAt = 21;
     std::set<std::string> listed, known;
     for (const std::string& row : RowsUnder("the-lab", "Keys:")) {
-        std::istringstream names(row.substr(0, kEffectAt));
+        std::istringstream names(row.substr(0, kKeyColumns));
         for (std::string name; names >> name;) listed.insert(name);
     }
     for (const Kest::BenchKey& key : Kest::BenchKeys()) known.insert(zo::ui::KeyName(key.key));
@@ -131,6 +132,15 @@ TEST_CASE("the binder's vi keys are the editor's, and its commands the bench's")
         if (command.in_binder) commands.push_back(":" + std::string(command.name));
     }
     CHECK(NamesIn(RowsUnder("vi-keys", "Commands:"), kEffectAt) == commands);
+}
+
+TEST_CASE("the editor knows the keys that the binder gives it") {
+    for (const std::string& name :
+         NamesIn(RowsUnder("vi-keys", "Keys without vi keys:"), kKeyColumns)) {
+        CAPTURE(name);
+        zo::ui::CodeEditor editor;
+        CHECK(editor.Key(fake::KeyNamed(name)));
+    }
 }
 
 TEST_CASE("the binder gives the speeds of a run") {

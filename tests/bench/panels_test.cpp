@@ -85,3 +85,20 @@ TEST_CASE("a verify under the reference says so in a wider overlay") {
           "║  Ticks            99        99        100   √ under the reference  ║\n"
           "║  Lines            12         9         11                          ║\n");
 }
+
+TEST_CASE("what is selected is the system's to give, and the middle button takes it from there") {
+    support::Game game;
+    game.Visit("1-01-echo");
+    game.Press("nop<Shift+Left>");
+    CHECK(game.system.screen.selected == "p");
+    const zo::ui::Grid& grid = game.shell.Grid();
+    const auto press = [&](int button) {
+        game.Handle(zo::ui::PointerInput{.action = zo::ui::PointerAction::Press,
+                                         .x = grid.LeftPixels() + 7 * grid.cell_width,
+                                         .y = grid.RowTop(2) + 1,
+                                         .button = button});
+    };
+    press(3);
+    press(2);
+    CHECK(game.Row(2).starts_with("║!  1  pnop  !"));
+}

@@ -7,6 +7,8 @@
 
 #include "support/cases.h"
 #include "support/keys.h"
+#include "ui/editor_case.h"
+#include "ui/pane.h"
 #include "ui/widgets.h"
 
 namespace fake {
@@ -290,12 +292,54 @@ Specimen Status(const std::string& words, const Log&) {
     }};
 }
 
+// "24x6 nop / halt", cells of its pane and its text. What could be typed, what is wrong with a line
+// and how one is described are as simple as can be.
+Specimen Editor(const std::string& words, const Log& log) {
+    int columns = 0, rows = 0;
+    std::sscanf(words.c_str(), "%dx%d", &columns, &rows);
+    const auto editor = std::make_shared<CodeEditor>();
+    EditorLinks& links = editor->links;
+    links.complete = [](std::u16string_view before) {
+        std::vector<CompletionItem> items = {{"loop", "label"}, {"lookup", "label"}};
+        for (int k = 0; before.ends_with(u", ") && k < 9; ++k) {
+            items.push_back({"long" + std::to_string(k), "label"});
+        }
+        return items;
+    };
+    links.describe = [](std::u16string_view line, int column) {
+        return line.starts_with(u"tx") ? TypingHint{"tx v: sends v", column > 2 ? 3 : 0, 2}
+                                       : TypingHint();
+    };
+    links.changed = [&marks = editor->Marks(), &text = editor->Buffer()] {
+        marks.errors.clear();
+        for (int line = 0; line < text.LineCount(); ++line) {
+            const std::size_t at = text.Line(line).find(u'?');
+            if (at == std::u16string::npos) continue;
+            marks.errors.push_back({line, static_cast<int>(at), 1, "Questions are not answered."});
+        }
+    };
+    links.gutter_pressed = [log](int line) { log("gutter " + std::to_string(line)); };
+    links.refused = [log] { log("refused"); };
+    links.selection = [] { return std::string("there"); };
+    links.set_selection = [log](std::string_view utf8) { log(std::string(utf8)); };
+    editor_case::Load(*editor, words.substr(words.find(' ') + 1));
+    links.changed();
+    Specimen specimen = Around(editor, [=](CodeEditor& widget, Canvas& canvas, Pressables& list) {
+        const Rect pane = {0, 0, columns, rows};
+        DrawPane(canvas, pane, "", true);
+        widget.Draw(canvas, list, pane, true);
+    });
+    specimen.state = [=] { return editor_case::Marked(*editor); };
+    specimen.columns = columns;
+    return specimen;
+}
+
 const std::map<std::string_view, Specimen (*)(const std::string&, const Log&)> kKinds = {
-    {"check", Check},       {"radio", Radio}, {"chooser", Values}, {"slider", Percent},
-    {"field", Field},       {"find", Find},   {"tabs", Tabs},      {"list", Rows},
-    {"sections", Sections}, {"table", Table}, {"text", Text},      {"links", Links},
-    {"kept", Kept},         {"found", Found}, {"dialog", Asked},   {"menu", Commands},
-    {"keybar", Keys},       {"topbar", Top},  {"status", Status}};
+    {"editor", Editor},  {"check", Check},       {"radio", Radio}, {"chooser", Values},
+    {"slider", Percent}, {"field", Field},       {"find", Find},   {"tabs", Tabs},
+    {"list", Rows},      {"sections", Sections}, {"table", Table}, {"text", Text},
+    {"links", Links},    {"kept", Kept},         {"found", Found}, {"dialog", Asked},
+    {"menu", Commands},  {"keybar", Keys},       {"topbar", Top},  {"status", Status}};
 
 }  // namespace
 

@@ -17,6 +17,7 @@ struct Specimen {
     };
     std::function<bool(std::string_view)> type = [](std::string_view) { return false; };
     std::function<std::string_view()> hint = [] { return std::string_view(); };
+    std::function<std::string()> state = [] { return std::string(); };
     int columns = 80;
 };
 

@@ -1,4 +1,4 @@
-// The widgets as the player meets them, as cases of widgets.txt. Their steps:
+// The widgets as the player meets them, as cases of widgets.txt and code_editor.txt. Their steps:
 //
 //     a check on            a new widget: its kind and what it holds, see specimens.cpp
 //     keys ab<Enter>        named keys and typed characters
@@ -8,6 +8,8 @@
 //     role 3,0 sel          of a cell
 //     caret 4               its column, or none
 //     hint Runs.            at the right end of the status line
+//     text a|b              of an editor, with its caret; "extend" presses with Shift, "middle" the
+//                           middle button, and a press may be the second or third
 //     log on, off           what the widget has told its owner since the step before that asked
 
 #include <doctest/doctest.h>
@@ -49,6 +51,8 @@ public:
         } else if (step.key == "hint") {
             const std::string_view hovered = stage_.pressables.Hint();
             CHECK((hovered.empty() ? specimen_.hint() : hovered) == words);
+        } else if (step.key == "text") {
+            CHECK(specimen_.state() == words);
         } else if (step.key == "log") {
             if (!step.text.empty()) log_ += '\n';
             CHECK(std::exchange(log_, {}) == step.All());
@@ -86,8 +90,12 @@ private:
         const Point at = PointOf(words);
         if (how == "point" || how == "drag") {
             pressables.Move(at);
-        } else if (how == "press") {
-            pressables.Press({.at = at});
+        } else if (how == "press" || how == "extend") {
+            support::Cut(words, " ");
+            const int clicks = words.empty() ? 1 : std::stoi(std::string(words));
+            pressables.Press({at, clicks, {.shift = how == "extend"}});
+        } else if (how == "middle") {
+            pressables.PressMiddle(at);
         } else if (how == "release") {
             pressables.Release(at);
         } else if (how == "wheel" || how == "sideways") {
@@ -118,11 +126,13 @@ private:
 }  // namespace
 
 TEST_CASE("widgets look and answer as their cases say") {
-    for (const support::Case& widget : support::Cases("ui/widgets.txt")) {
-        Play play;
-        for (const support::Step& step : widget) {
-            INFO(step.where);
-            play.Step(step);
+    for (const std::string_view file : {"ui/widgets.txt", "ui/code_editor.txt"}) {
+        for (const support::Case& widget : support::Cases(file)) {
+            Play play;
+            for (const support::Step& step : widget) {
+                INFO(step.where);
+                play.Step(step);
+            }
         }
     }
 }

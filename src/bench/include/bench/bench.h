@@ -45,7 +45,8 @@ public:
     bool HasHighlight() const override { return false; }
     std::optional<MusicScene> Music() const override;
     base::Status SaveWork() override;
-    // "empty", "errors", "running", "paused", "failed", "passed", "whole", "results".
+    // "empty", "errors", "completing", "finding", "selected", "running", "paused", "failed",
+    // "passed", "whole", "results".
     bool CaptureRequest(std::string_view request) override;
 
     const BenchRun& Run() const { return run_; }
@@ -112,6 +113,7 @@ private:
     void FillNotes();
     void SetFirmware(std::string_view text);
     void RunHalfWay();
+    void UseEditor(std::string_view typed, const zo::ui::KeyPress& key);
     bool SaveOrWarn();
     bool KeyInPanel(const zo::ui::KeyPress& key);
     bool KeyOf(Panel panel, const zo::ui::KeyPress& key);

@@ -8,8 +8,8 @@
 
 namespace Kest {
 
-// What can be typed behind the start of a line: instructions with what they do; behind one, the
-// registers fitted and the firmware's labels and constants. Nothing in a comment.
+// What can be typed behind the start of a line: instructions that the card runs, with what they do;
+// behind one, the registers fitted and the firmware's labels and constants. Nothing in a comment.
 std::vector<zo::ui::CompletionItem> CompleteFirmware(std::u16string_view before,
                                                      const kp::CardConfig& card,
                                                      const kp::Assembly& firmware);

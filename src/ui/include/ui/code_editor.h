@@ -189,7 +189,7 @@ private:
     int DrawFooter(Canvas& canvas, Pressables& pressables, const Rect& inner, bool focused);
     void DrawErrorBeside(Canvas& canvas, const Rect& row, int line) const;
     void DrawCaret(Canvas& canvas, bool focused);
-    void DrawCompletion(Canvas& canvas, Pressables& pressables, const Rect& inner);
+    void DrawCompletion(Canvas& canvas, Pressables& pressables, const Rect& room);
     const EditorMarks::Error* ErrorOn(int line) const;
     bool FitsBeside(const EditorMarks::Error& error, int width) const;
     void AddPressables(Pressables& pressables, const Rect& area);
