@@ -11,7 +11,8 @@ constexpr double kMostSeconds = 60;
 constexpr void (*kChecks[])(SmokeRun& run) = {
     CheckTickets,      CheckReferences, CheckFailureMessages, CheckFont,
     CheckGrids,        CheckWrapping,   CheckMigration,       CheckAutomation,
-    CheckAchievements, CheckUnlocking,  CheckStages,          CheckWalk,
+    CheckAchievements, CheckUnlocking,  CheckStages,          CheckViKeys,
+    CheckWalk,
 };
 
 }  // namespace

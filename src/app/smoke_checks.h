@@ -52,6 +52,7 @@ void CheckAutomation(SmokeRun& run);
 void CheckAchievements(SmokeRun& run);
 void CheckUnlocking(SmokeRun& run);
 void CheckStages(SmokeRun& run);
+void CheckViKeys(SmokeRun& run);
 void CheckWalk(SmokeRun& run);
 
 }  // namespace Kest

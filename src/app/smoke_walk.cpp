@@ -34,6 +34,17 @@ public:
         shell_.Handle(key);
         NextFrame();
     }
+    void Type(std::string_view letters) {
+        for (const char letter : letters) {
+            shell_.Handle(
+                KeyPress{.key = Key::Character, .character = static_cast<unsigned char>(letter)});
+            shell_.Handle(zo::ui::TextInput{std::string(1, letter)});
+        }
+        NextFrame();
+    }
+    void UseViKeys() {
+        shell_.OverrideSettings([](Settings& settings) { settings.vi_keys = true; });
+    }
     void Request(std::string_view request) {
         if (shell_.Top()) shell_.Top()->CaptureRequest(request);
         NextFrame();
@@ -46,15 +57,19 @@ public:
         return shell_.Top() ? std::string(shell_.Top()->Name()) : "none";
     }
     // The keys named in the last row.
-    std::string KeyBar() {
-        const std::string dump = zo::ui::TextDump(shell_.Draw());
-        const std::size_t end = dump.size() - 1;
-        const std::size_t start = dump.rfind('\n', end - 1) + 1;
-        return dump.substr(start, end - start);
-    }
+    std::string KeyBar() { return LastRows(1); }
+    // With the message above it, which may take several rows.
+    std::string StatusLine() { return LastRows(4); }
     int Stage() const { return shell_.Unlocking().Stage(); }
 
 private:
+    std::string LastRows(int rows) {
+        std::string dump = zo::ui::TextDump(shell_.Draw());
+        dump.pop_back();
+        std::size_t start = dump.size();
+        for (; rows > 0; --rows) start = dump.rfind('\n', start - 1);
+        return dump.substr(start + 1);
+    }
     void NextFrame() {
         clock_.NextFrame();
         shell_.Advance();
@@ -94,6 +109,30 @@ constexpr WalkStep kWalk[] = {
     {Plain(Key::Escape), "", "bench"},
     {Plain(Key::Escape), "", "pause"},
     {Letter(U't'), "", "title"},
+};
+
+// What is typed with vi keys, and the key behind it; what the status line then says, and the screen
+// that is on top.
+struct ViStep {
+    std::string_view typed;
+    Key key;
+    std::string_view status;
+    std::string_view screen = "bench";
+};
+constexpr ViStep kViSteps[] = {
+    {"ggdGirx a", Key::Enter, "INSERT"},
+    {"tx a", Key::Escape, "NORMAL │ Assembled: 0 errors, 2 lines."},
+    {"dd", Key::None, "NORMAL │ Assembled: 0 errors, 1 line."},
+    {"u", Key::None, "NORMAL │ Assembled: 0 errors, 2 lines."},
+    {"2d", Key::None, "NORMAL 2d │"},
+    {"", Key::Escape, "NORMAL │"},
+    {"V", Key::None, "VISUAL LINE │"},
+    {"", Key::Escape, "NORMAL │"},
+    {"i", Key::F5, "INSERT │"},
+    {"", Key::Escape, "NORMAL │"},
+    {":frob", Key::Enter, "NORMAL │ ! Not a bench command: :frob"},
+    {":w", Key::Enter, "NORMAL │ Firmware saved."},
+    {":q", Key::Enter, "", "title"},
 };
 
 // Windows and text sizes that give the three benches.
@@ -139,6 +178,25 @@ void CheckStages(SmokeRun& run) {
                                       c.large ? "Large" : "Normal", c.bench),
                          holds);
     }
+}
+
+void CheckViKeys(SmokeRun& run) {
+    const std::vector<const kp::LoadedTicket*> tickets = run.content.Tickets();
+    Walker walker(run, 0, {1280, 800}, true);
+    walker.UseViKeys();
+    if (!tickets.empty()) walker.Open(Place::Bench, tickets.front()->ticket.id);
+    std::string complaint;
+    for (const ViStep& step : kViSteps) {
+        walker.Type(step.typed);
+        if (step.key != Key::None) walker.Press(Plain(step.key));
+        const std::string status = walker.StatusLine();
+        const bool says = status.find(step.status) != std::string::npos;
+        if (says && walker.TopName() == step.screen) continue;
+        complaint = "vi keys: \"" + std::string(step.typed) + "\" leads to " + walker.TopName() +
+                    ", which says: " + status;
+        break;
+    }
+    run.report.Check("vi keys", complaint.empty(), complaint);
 }
 
 void CheckWalk(SmokeRun& run) {
