@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "bench/coach.h"
 #include "shell/shell.h"
 
 namespace Kest {
@@ -59,6 +60,8 @@ void Bench::Entered() {
     editor_.SetViKeys(shell_.Settings().vi_keys);
     slot_ = record == tickets.end() ? 1 : record->second.slot;
     SetFirmware(FirmwareIn(slot_));
+    PlaceCaret();
+    if (Coach() != nullptr && Coach()->bytes) trace_.ShowInFull();
     run_.SetSpeed(shell_.Settings().run_speed);
     FillTicket();
     FillHints();
@@ -77,6 +80,7 @@ void Bench::Covered() {
 void Bench::Uncovered() {
     run_.SetSpeed(shell_.Settings().run_speed);
     SetStage();
+    LookAtFirmware();
     FillTicket();
 }
 
@@ -105,6 +109,7 @@ void Bench::Edited() {
 void Bench::Assemble() {
     run_.SetFirmware(editor_.Text());
     SetBreakpoints();
+    LookAtFirmware();
     MarkErrors();
     trace_.ShowStart();
     MarkEditor();
@@ -165,6 +170,7 @@ void Bench::FillTicket() {
     text.push_back({.text = ticket.client, .role = Role::PanelDim});
     text.push_back({});
     text.push_back({.text = ticket.brief});
+    AddChips(text);
     for (const std::string& paragraph : ticket.text) {
         text.push_back({});
         text.push_back({.text = paragraph});
@@ -175,6 +181,23 @@ void Bench::FillTicket() {
     }
     AddBinderLinks(text);
     ticket_.Set(std::move(text));
+}
+
+// The names of instructions that are new with this ticket.
+void Bench::AddChips(std::vector<Paragraph>& text) {
+    const kp::CoachEntry* entry = Coach();
+    if (entry == nullptr || !entry->chips) return;
+    const std::string names = NewInstructions(shell_.Content(), loaded_);
+    if (names.empty()) return;
+    text.push_back({});
+    Paragraph& row = text.emplace_back();
+    row.wrap = zo::ui::Wrap::Kept;
+    for (std::size_t at = 0; at < names.size();) {
+        const std::size_t end = names.find(' ', at + 1) + 1;
+        row.spans.push_back({row.text.size(), row.text.size() + end - at, Role::Chip});
+        row.text += names.substr(at, end - at) + " ";
+        at = end;
+    }
 }
 
 void Bench::AddBinderLinks(std::vector<Paragraph>& text) {
@@ -292,7 +315,8 @@ void Bench::DescribeFrame(FrameRecord& record) const {
         const bool running = run_.State() == RunState::Running;
         const bool pauses =
             running && (key.command == Command::RunOrPause || key.command == Command::PauseOrMenu);
-        record.keys.push_back({key.key, "", pauses ? "Pause" : key.word});
+        record.keys.push_back(
+            {.key = key.key, .word = pauses ? "Pause" : key.word, .marked = PointsAt(key)});
         // Of the keys only those without a modifier, and not the breakpoint's, have a place there.
         const bool counts = key.key.key >= zo::ui::Key::F1 && key.key.key <= zo::ui::Key::F12 &&
                             key.key.with == zo::ui::Modifiers{} &&

@@ -76,6 +76,7 @@ void Bench::Step() {
     if (run_.State() != RunState::Paused && run_.State() != RunState::Running) trace_.ShowStart();
     SkipLine();
     if (!run_.Step()) return Refused();
+    stepped_ = true;
     shell_.Sound().Play(Effect::Step);
     SoundLine();
     SoundOutcome();
@@ -200,6 +201,7 @@ void Bench::UseSlot(int slot) {
     slot_ = slot;
     if (first_time) editor_.SetText(FirmwareIn(slot));
     Assemble();
+    if (first_time) PlaceCaret();
     shell_.Sound().Play(Effect::Slot);
     shell_.SetStatus("Firmware slot " + std::to_string(slot));
     shell_.Progress().tickets[loaded_.ticket.id].slot = slot;

@@ -46,7 +46,9 @@ PanelName NameOf(Panel panel) {
 }  // namespace
 
 void Bench::LayOut(int columns, int rows) {
-    if (columns == shape_.columns && rows == shape_.rows) return;
+    const bool coached = Coach() != nullptr;
+    if (columns == shape_.columns && rows == shape_.rows && coached == shape_.coached) return;
+    shape_.coached = coached;
     shape_.columns = columns;
     shape_.rows = rows;
     shape_.lanes = trace_.Lanes();
@@ -59,6 +61,11 @@ void Bench::LayOut(int columns, int rows) {
 
 void Bench::Draw(Canvas& canvas, Pressables& pressables) {
     LayOut(canvas.Columns(), canvas.Rows());
+    if (const kp::CoachEntry* entry = Coach()) {
+        BeCoached(*entry);
+    } else {
+        StopCoaching();
+    }
     DrawFirmware(canvas, pressables);
     for (const Panel panel : kFramed) {
         if (panes_.InFront(panel)) DrawPanel(canvas, pressables, panel);
@@ -66,6 +73,7 @@ void Bench::Draw(Canvas& canvas, Pressables& pressables) {
     strip_.Draw(canvas, pressables, layout_, run_, stage_, panes_.HasFocus(Panel::Strip));
     TakeFocus(pressables, Panel::Trace);
     trace_.Draw(canvas, pressables, layout_, run_, panes_.HasFocus(Panel::Trace));
+    DrawCoach(canvas);
 }
 
 // A press anywhere in a panel gives it the focus, whatever else the press does.
@@ -82,8 +90,9 @@ void Bench::DrawFirmware(Canvas& canvas, Pressables& pressables) {
     if (const std::size_t errors = firmware.errors.size(); errors > 0) {
         top.Right(SmallText(" ! %zu error%s ", errors, errors == 1 ? "" : "s"), Role::Fault);
     } else {
-        top.Right(SmallText(" ROM %d of %d ", firmware.lines, loaded_.ticket.machine.rom),
-                  Role::PanelDim);
+        top.Right(SmallText(" ROM %d of %d%s", firmware.lines, loaded_.ticket.machine.rom,
+                            marks_rom_ ? "◄" : " "),
+                  marks_rom_ ? Role::CoachMark : Role::PanelDim);
         top.Right(" Assembled ", Role::PanelDim, 0);
     }
     const zo::ui::TextPosition caret = editor_.CaretAt();

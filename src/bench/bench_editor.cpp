@@ -94,7 +94,7 @@ void Bench::MarkErrors() {
 
 std::string Bench::FirmwareIn(int slot) {
     const auto kept = shell_.LoadFirmware(loaded_.ticket.id, slot);
-    return kept ? *kept : loaded_.ticket.starter;
+    return kept ? *kept : OpeningText();
 }
 
 }  // namespace Kest

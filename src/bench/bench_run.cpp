@@ -13,6 +13,8 @@ constexpr double kMostCatchUpSeconds = 0.25;
 
 // Of a verify's ticks in one frame: a few milliseconds.
 constexpr kp::Tick kVerifySlice = 400000;
+// Of the ticks of a deck whose first failure ends it.
+constexpr kp::Tick kLookSlice = 1000;
 // Between two marks of a verify, and in all.
 constexpr double kMarkSeconds = 0.06;
 constexpr double kMostMarksSeconds = 1.2;
@@ -229,6 +231,19 @@ double BenchRun::SecondsToNextTick() const {
     if (state_ == RunState::Verifying) return 0;
     return std::max(0.0, 1 - ticks_due_) /
            kRunSpeeds[static_cast<std::size_t>(speed_)].ticks_per_second;
+}
+
+bool BenchRun::WouldPass() {
+    if (!assembly_.errors.empty() || assembly_.instructions.empty()) return false;
+    verify_.reset();  // it has the same session
+    kp::VerifyRun deck(loaded_.ticket, loaded_.reference, assembly_, scratch_);
+    bool goes_on = true;
+    while (goes_on) {
+        goes_on = deck.Run(kLookSlice);
+        const auto& tests = deck.Result().tests;
+        if (!tests.empty() && !tests.back().verdict.passed) return false;
+    }
+    return deck.Result().AllPassed();
 }
 
 bool BenchRun::BeginVerify() {

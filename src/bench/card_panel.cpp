@@ -59,6 +59,7 @@ struct CardPanel::Pen {
     int right;
     bool two_columns;
     int cells;
+    const CardMarks& marks;
 
     void Draw(Part part, int x, int index) const;
     SmallText WhereText() const;
@@ -68,7 +69,9 @@ struct CardPanel::Pen {
     void Stack(int x) const;
     void Buffer(int x) const;
     void RamRow(int x, int first) const;
-    int Named(int x, std::string_view name, int width, std::string_view value) const;
+    void Name(int x, std::string_view name, bool marked) const;
+    int Named(int x, std::string_view name, int width, std::string_view value,
+              bool marked = false) const;
     template <class Each>
     void List(int x, int count, Each each) const;
 };
@@ -132,7 +135,8 @@ void CardPanel::Draw(Canvas& canvas, zo::ui::Pressables& pressables, const Rect&
             inner.y,
             inner.Right() - 1,
             inner.width >= kTwoColumnsFrom,
-            CellsPerRow(width_)};
+            CellsPerRow(width_),
+            marks_};
     const int last = std::min(scroll_.Top() + inner.height, static_cast<int>(rows_.size()));
     for (int i = scroll_.Top(); i < last; ++i, ++pen.y) {
         const Row& row = rows_[static_cast<std::size_t>(i)];
@@ -170,7 +174,8 @@ void CardPanel::Pen::Draw(Part part, int x, int index) const {
             Buffer(x);
             break;
         case Part::Ram:
-            Named(x, "RAM", 6, SmallText("%d cell%s", config.ram, config.ram == 1 ? "" : "s"));
+            Named(x, "RAM", 6, SmallText("%d cell%s", config.ram, config.ram == 1 ? "" : "s"),
+                  marks.limit == "ram");
             break;
         case Part::RamRow:
             RamRow(x, index);
@@ -180,8 +185,14 @@ void CardPanel::Pen::Draw(Part part, int x, int index) const {
     }
 }
 
-int CardPanel::Pen::Named(int x, std::string_view name, int width, std::string_view value) const {
-    canvas.Text(x, y, name, Role::PanelDim);
+void CardPanel::Pen::Name(int x, std::string_view name, bool marked) const {
+    const int end = canvas.Text(x, y, name, marked ? Role::CoachMark : Role::PanelDim);
+    if (marked) canvas.Put(end, y, U'◄', Role::CoachMark);
+}
+
+int CardPanel::Pen::Named(int x, std::string_view name, int width, std::string_view value,
+                          bool marked) const {
+    Name(x, name, marked);
     return canvas.Text(x + width, y, value, Role::Panel);
 }
 
@@ -195,7 +206,8 @@ void CardPanel::Pen::Register(int x, int number) const {
     const bool changed = run.Session() != nullptr &&
                          word != run.WordsBefore().registers[static_cast<std::size_t>(number)];
     const int name_width = two_columns && number <= kp::kD ? 2 : 4;
-    canvas.Text(x, y, kp::kRegisterNames[static_cast<std::size_t>(number)], Role::PanelDim);
+    const std::string_view name = kp::kRegisterNames[static_cast<std::size_t>(number)];
+    Name(x, name, name == marks.register_name);
     x = canvas.Text(x + name_width, y, SmallText("$%04X%7d", word, static_cast<std::int16_t>(word)),
                     changed ? Role::PanelBright : Role::Panel);
     if (changed) canvas.Put(x, y, U'◄', Role::PanelBright);
@@ -243,7 +255,8 @@ void CardPanel::Pen::Stack(int x) const {
 
 void CardPanel::Pen::Buffer(int x) const {
     const kp::Processor& card = run.Card();
-    x = Named(x, "RX", 6, SmallText("%d of %d", card.BytesWaiting(), config.rx_buffer));
+    x = Named(x, "RX", 6, SmallText("%d of %d", card.BytesWaiting(), config.rx_buffer),
+              marks.limit == "rx-buffer");
     List(x + 1, card.BytesWaiting(),
          [&](int i) { return SmallText(" %02X", static_cast<unsigned>(card.WaitingByte(i))); });
 }

@@ -67,6 +67,14 @@ void LintText(const std::string& where, std::string_view text, int stage,
 
 }  // namespace
 
+bool NamesKey(std::string_view text, std::string_view key) {
+    return std::ranges::count(WordsOf(text), key) > 0;
+}
+
+bool NamesAnyKey(std::string_view text) {
+    return std::ranges::any_of(WordsOf(text), LooksLikeKey);
+}
+
 std::vector<std::string> LintCoachKeys(const kp::Content& content) {
     std::vector<std::string> lines;
     for (const kp::CoachEntry& entry : content.coach) {

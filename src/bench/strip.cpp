@@ -165,8 +165,12 @@ void Strip::DrawControls(Canvas& canvas, Pressables& pressables, Point at, const
                                     .form = zo::ui::ButtonForm::Compact,
                                     .enabled = run.State() != RunState::Verifying,
                                     .focused = has_focus};
-        at.x = zo::ui::DrawButton(canvas, pressables, at, button,
-                                  [this, command = control.command] { act_(command); });
+        const int end = zo::ui::DrawButton(canvas, pressables, at, button,
+                                           [this, command = control.command] { act_(command); });
+        if (mark_ == control.command && !has_focus) {
+            canvas.Tint({at.x, at.y, end - at.x, 1}, Role::CoachMark);
+        }
+        at.x = end;
     }
 }
 

@@ -97,7 +97,10 @@ void TracePanel::DrawLanes(Canvas& canvas, Pressables& pressables, const BenchLa
         }
         if (row == 0) continue;
         const LaneInfo& lane = Info(lanes_[static_cast<std::size_t>(row) - 1]);
-        canvas.Text(layout.labels.x, y, lane.name, Role::Lane);
+        const bool marked = mark_ == lanes_[static_cast<std::size_t>(row) - 1];
+        const Role role = marked ? Role::CoachMark : Role::Lane;
+        const int end = canvas.Text(layout.labels.x, y, lane.name, role);
+        if (marked) canvas.Put(end, y, U'◄', role);
         pressables.Add({layout.labels.x, y, layout.labels.width + width_, 1}, lane.hint);
     }
 }

@@ -27,15 +27,16 @@ layout us -variant intl
 start_game --windowed
 press c # Continue
 sleep 0.3
+# The coach has written three lines.
 press dead_acute e dead_diaeresis u Return
-save 1 "éü"
+save 4 "éü"
 layout ru
 press "$key_f" "$key_g" "$key_h" Return
-save 2 "апр"
+save 5 "апр"
 layout de
 press_with "$alt_graph" "$key_q"
 press "$key_q" Return
-save 3 "@q"
+save 6 "@q"
 layout us
 xdotool keydown "$key_a"
 sleep 1.2 # the server repeats it after 0.6

@@ -61,6 +61,16 @@ private:
     void MarkErrors();
     std::string FirmwareIn(int slot);
 
+    // The coach (bench_coach.cpp).
+    const kp::CoachEntry* Coach() const;
+    std::string OpeningText() const;
+    void PlaceCaret();
+    void LookAtFirmware();
+    void BeCoached(const kp::CoachEntry& entry);
+    void StopCoaching();
+    void DrawCoach(zo::ui::Canvas& canvas) const;
+    bool PointsAt(const BenchKey& key) const;
+
     // What commands do (bench_actions.cpp).
     void Do(Command command);
     void RunOrPause();
@@ -108,6 +118,7 @@ private:
     void Report();
     void MarkEditor();
     void FillTicket();
+    void AddChips(std::vector<zo::ui::Paragraph>& text);
     void AddBinderLinks(std::vector<zo::ui::Paragraph>& text);
     void FillHints();
     void FillNotes();
@@ -149,6 +160,13 @@ private:
     int slot_ = 1;   // of the firmware
     // The texts of the slots that were on the bench before, with their histories.
     std::array<std::optional<zo::ui::EditorSheet>, kFirmwareSlots> sheets_;
+    // For the coach: what is known of the firmware, and what he says and points at.
+    bool is_untouched_ = false;
+    bool is_right_ = false;
+    bool stepped_ = false;
+    std::string coach_line_;
+    bool marks_rom_ = false;
+    bool marks_step_ = false;
     bool dirty_ = false;             // the text differs from its file
     std::size_t line_heard_ = 0;     // happenings of the run whose bytes have been heard
     double updated_at_ = 0;          // on the frame clock

@@ -45,6 +45,8 @@ public:
     bool Run();       // goes on with a paused test; a finished one starts again
     bool Step();      // one instruction, however many ticks it takes
     bool RunToEnd();  // at once, past every breakpoint
+    // Whether the firmware would pass every test. Nothing of it is shown.
+    bool WouldPass();
     // Every test from reset, in order; Advance does it in slices, FinishVerify at once.
     bool BeginVerify();
     void FinishVerify();

@@ -7,6 +7,12 @@
 
 namespace Kest {
 
+// What of the card the coach points out.
+struct CardMarks {
+    std::string register_name = {};
+    std::string limit = {};  // "ram" or "rx-buffer"
+};
+
 // The CARD panel: what the card holds, a row for each part that is fitted.
 class CardPanel {
 public:
@@ -18,6 +24,7 @@ public:
     // Inside a pane whose frame is drawn already.
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables, const zo::ui::Rect& pane,
               const BenchRun& run);
+    void SetMarks(CardMarks marks) { marks_ = std::move(marks); }
     bool Key(const zo::ui::KeyPress& key) { return scroll_.Key(key); }
 
 private:
@@ -47,6 +54,7 @@ private:
 
     kp::CardConfig config_;
     std::vector<Row> rows_;
+    CardMarks marks_;
     int width_ = 0;  // of the pane that rows_ are made for
     zo::ui::Scroll scroll_;
 };

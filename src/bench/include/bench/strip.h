@@ -22,6 +22,8 @@ public:
 
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables, const BenchLayout& layout,
               const BenchRun& run, int stage, bool focused);
+    // Points out a control.
+    void SetMark(std::optional<Command> command) { mark_ = command; }
     // Left and Right move along the controls, Enter and Space press.
     bool Key(const zo::ui::KeyPress& key);
     // Whether there is a control to focus.
@@ -47,6 +49,7 @@ private:
     std::function<void(std::size_t)> select_;
     std::vector<const Control*> shown_;
     std::size_t chosen_ = 0;  // of those shown
+    std::optional<Command> mark_;
 };
 
 }  // namespace Kest

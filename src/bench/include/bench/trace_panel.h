@@ -45,7 +45,10 @@ public:
     void SetWidth(int width) { width_ = width; }
     // Takes the length of the test from its run; Draw does it too.
     void Measure(const BenchRun& run);
-    void ShowStart();  // without a cursor
+    void ShowStart();                       // without a cursor
+    void ShowInFull() { view_.level = 0; }  // as close as it goes
+    // Points out a lane's name.
+    void SetMark(std::optional<Lane> lane) { mark_ = lane; }
     // Keeps the tick at three quarters of the view while a test runs.
     void Follow(kp::Tick tick);
 
@@ -82,6 +85,7 @@ private:
     TraceView view_;
     TraceCells cells_;
     Allowed allowed_;
+    std::optional<Lane> mark_;
     std::optional<kp::Tick> cursor_;
     int width_ = 1;       // of the ticks' cells
     kp::Tick run_ = 0;    // ticks that the run has come to
