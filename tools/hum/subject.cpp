@@ -8,6 +8,7 @@
 #include "base/utf.h"
 #include "hum/assemble.h"
 #include "hum/compile.h"
+#include "music/song_texts.h"
 
 namespace hum_command {
 namespace {
@@ -53,8 +54,12 @@ std::optional<Problem> LoadSubject(const Request& request, Subject& subject) {
     std::string text;
     std::string name;
     std::string path;
+    const std::string_view song = disk.Exists(file) ? std::string_view() : Kest::SongSource(file);
     if (file == kStandardInput) {
         text = ReadStandardInput();
+    } else if (!song.empty()) {
+        text = song;
+        name = file + ".hum";
     } else {
         base::Result<std::string> read = disk.Read(std::filesystem::path(file));
         if (!read) return Problem{"cannot read " + file + ": " + read.Message()};
@@ -65,6 +70,7 @@ std::optional<Problem> LoadSubject(const Request& request, Subject& subject) {
     program.name = name;
     program.path = path;
     program.text = text;
+    if (request.library) program.library = Kest::SongLibrary();
     const bool is_listing = std::filesystem::path(file).extension() == ".hasm";
     subject.fault = is_listing ? hum::Assemble(name, text, subject.program)
                                : hum::Compile(program, subject.program);

@@ -15,7 +15,7 @@ struct Subject {
 };
 
 // Reads the call's file, or standard input for "-", and compiles it; a file whose name ends in
-// .hasm is assembled.
+// .hasm is assembled. Where there is no such file, it may be the key of a song of the game.
 std::optional<Problem> LoadSubject(const Request& request, Subject& subject);
 
 // Writes the fault as the call wants it.
