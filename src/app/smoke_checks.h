@@ -44,6 +44,8 @@ struct SmokeRun {
 void CheckTickets(SmokeRun& run);
 void CheckReferences(SmokeRun& run);
 void CheckFailureMessages(SmokeRun& run);
+void CheckBinder(SmokeRun& run);
+void CheckCoaching(SmokeRun& run);
 void CheckFont(SmokeRun& run);
 void CheckGrids(SmokeRun& run);
 void CheckWrapping(SmokeRun& run);

@@ -2,6 +2,8 @@
 #include <string_view>
 
 #include "base/format.h"
+#include "bench/coach_keys.h"
+#include "content/lint.h"
 #include "session/explain.h"
 #include "smoke_checks.h"
 
@@ -9,6 +11,8 @@ namespace Kest {
 namespace {
 
 constexpr std::size_t kTickets = 42;  // of the whole campaign
+constexpr std::size_t kPages = 58;    // of the binder
+constexpr std::size_t kCoached = 7;   // tickets with a coach
 
 // Firmware that passes no ticket: every reference sends or delivers something, and ends or waits.
 constexpr std::string_view kSilent = "       halt\n";
@@ -40,6 +44,12 @@ std::string ComplaintAbout(const kp::LoadedTicket& loaded, std::string_view firm
     const std::string explained = kp::ExplainTickLimit(loaded.ticket, 0, assembly, program,
                                                        loaded.reference.outputs.front(), session);
     return IsWhole(explained) ? std::string() : "the tick limit is not explained: " + explained;
+}
+
+// Each problem is a line of its own, as it stands.
+void CheckLines(SmokeRun& run, const std::string& subject, const std::vector<std::string>& lines) {
+    for (const std::string& line : lines) run.report.Say(false, line);
+    if (lines.empty()) run.report.Check(subject, true);
 }
 
 }  // namespace
@@ -77,6 +87,24 @@ void CheckFailureMessages(SmokeRun& run) {
         const std::string subject = loaded->ticket.id + " failure messages";
         run.report.Check(subject, complaint.empty(), subject + ": FAILED, " + complaint);
     }
+}
+
+void CheckBinder(SmokeRun& run) {
+    const std::size_t pages = run.content.pages.size();
+    run.report.Check(base::Format("%zu binder pages", pages), pages == kPages,
+                     base::Format("%zu binder pages, expected %zu", pages, kPages));
+    std::vector<std::string> lines = kp::LintBinderWhole(run.content);
+    for (std::string& line : kp::LintBinder(run.content)) lines.push_back(std::move(line));
+    CheckLines(run, "binder pages that tickets name, and links", lines);
+}
+
+void CheckCoaching(SmokeRun& run) {
+    const std::size_t coached = run.content.coach.size();
+    run.report.Check(base::Format("%zu coached tickets", coached), coached == kCoached,
+                     base::Format("%zu coached tickets, expected %zu", coached, kCoached));
+    std::vector<std::string> lines = kp::LintCoach(run.content);
+    for (std::string& line : LintCoachKeys(run.content)) lines.push_back(std::move(line));
+    CheckLines(run, "coaching lines", lines);
 }
 
 }  // namespace Kest
