@@ -82,7 +82,9 @@ int Play(const LaunchOptions& options, const kp::Content& content, zo::platform:
     }
     sounds.Start([] { return std::vector<Song>(); });
     const auto output = system.PlayAudio(sounds);
+    if (output) sounds.OnWanted([&output] { output->Resume(); });
     RunFrameLoop(shell, window, system.SystemClock());
+    sounds.OnWanted({});
     return alone ? 0 : 1;
 }
 

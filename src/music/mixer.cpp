@@ -70,6 +70,9 @@ void Mixer::MixChunk(std::span<Frame> frames) {
         frame = {Ceiling(frame.left), Ceiling(frame.right)};
         ++now_;
     }
+    const bool plays =
+        std::ranges::any_of(voices_, [](const Voice& voice) { return !voice.samples.empty(); });
+    silent_.store(!heard && !plays && line_.Silent());
 }
 
 void Mixer::Start(const Post& post) {

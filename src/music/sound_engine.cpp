@@ -81,6 +81,7 @@ void SoundEngine::SetChoices(const SoundChoices& choices) {
 void SoundEngine::SetFocused(bool focused) {
     focused_ = focused;
     input_.heard.store(focused || !choices_.mute_unfocused, std::memory_order_relaxed);
+    Want();
 }
 
 void SoundEngine::PlaySong(std::string_view key) {
@@ -97,13 +98,27 @@ std::string_view SoundEngine::PlayingTitle() const {
 
 void SoundEngine::Play(Effect effect, std::uint16_t parameter) {
     if (!choices_.effects_on || (IsClick(effect) && !choices_.key_clicks)) return;
-    input_.posts.Write(std::array{Post{effect, EffectVolume(effect), parameter, 1}});
+    Post({effect, EffectVolume(effect), parameter, 1});
 }
 
 void SoundEngine::PlayByte(std::uint8_t byte, bool toward_card) {
     if (!choices_.line_on) return;
     const auto parameter = static_cast<std::uint16_t>(byte + (toward_card ? kTowardCard : 0));
-    input_.posts.Write(std::array{Post{Effect::LineByte, 1, parameter, 1}});
+    Post({Effect::LineByte, 1, parameter, 1});
+}
+
+void SoundEngine::Post(const Kest::Post& post) {
+    input_.posts.Write({&post, 1});
+    Want();
+}
+
+void SoundEngine::Want() {
+    if (wanted_) wanted_();
+}
+
+bool SoundEngine::Silent() const {
+    const bool music = input_.music_volume.load() > 0 && input_.heard.load();
+    return mixer_.Silent() && input_.posts.Filled() == 0 && !music;
 }
 
 }  // namespace Kest

@@ -13,6 +13,7 @@ namespace {
 constexpr int kSampleRate = 48000;
 constexpr Uint8 kChannels = 2;
 constexpr Uint16 kBlockFrames = 256;
+constexpr int kBlocksBeforeRest = 4 * kSampleRate / kBlockFrames;
 
 // Reaching the sound system and opening a device can take their time: they happen on a thread of
 // their own, which then sleeps until devices come or go.
@@ -31,6 +32,10 @@ public:
     SdlAudio(const SdlAudio&) = delete;
     SdlAudio& operator=(const SdlAudio&) = delete;
 
+    void Resume() override {
+        if (resting_.exchange(false)) Wake();
+    }
+
 private:
     void Keep() {
         // Without the events a watch is forgotten.
@@ -44,6 +49,9 @@ private:
                 device = 0;
             }
             if (device == 0) device = Look();
+            // Whoever breaks the silence sees that it rests, or is seen here.
+            if (resting_.load() && !source_.Silent()) resting_.store(false);
+            if (device != 0) SDL_PauseAudioDevice(device, resting_.load() ? 1 : 0);
             changes_.wait(seen);
         }
         if (device != 0) SDL_CloseAudioDevice(device);
@@ -74,9 +82,7 @@ private:
         wanted.samples = kBlockFrames;
         wanted.callback = &SdlAudio::Fill;
         wanted.userdata = this;
-        const SDL_AudioDeviceID device = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
-        if (device != 0) SDL_PauseAudioDevice(device, 0);
-        return device;
+        return SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
     }
 
     void Wake() {
@@ -85,9 +91,19 @@ private:
     }
 
     static void Fill(void* self, Uint8* bytes, int count) {
+        auto* const audio = static_cast<SdlAudio*>(self);
         auto* const samples = reinterpret_cast<std::int16_t*>(bytes);
-        static_cast<SdlAudio*>(self)->source_.Fill(
-            {samples, static_cast<std::size_t>(count) / sizeof *samples});
+        audio->source_.Fill({samples, static_cast<std::size_t>(count) / sizeof *samples});
+        audio->CountSilence();
+    }
+
+    // On the device's thread, which cannot rest its own device.
+    void CountSilence() {
+        silent_blocks_ = source_.Silent() ? silent_blocks_ + 1 : 0;
+        if (silent_blocks_ < kBlocksBeforeRest) return;
+        silent_blocks_ = 0;
+        resting_.store(true);
+        Wake();
     }
 
     static int Watch(void* self, SDL_Event* event) {
@@ -114,6 +130,8 @@ private:
     bool away_ = false;     // of the thread that has the events
     std::atomic<SDL_AudioDeviceID> lost_ = 0;
     std::atomic<std::uint32_t> changes_ = 0;
+    int silent_blocks_ = 0;  // of the device's thread
+    std::atomic<bool> resting_ = false;
     std::atomic<bool> stopping_ = false;
     std::thread keeper_;
 };

@@ -27,6 +27,8 @@ public:
         for (std::int16_t& sample : samples) sample = static_cast<std::int16_t>(next++ % 1000);
         filled += samples.size();
     }
+    bool Silent() const override { return silent; }
+    std::atomic<bool> silent = false;
     std::atomic<std::size_t> filled = 0;
     std::atomic<std::size_t> block = 0;
     std::atomic<std::size_t> devices = 0;
@@ -89,4 +91,23 @@ TEST_CASE("a device that is lost is replaced, and without a driver there is sile
         }
         CHECK(WaitFor(source.filled, before + 512));
     }
+}
+
+TEST_CASE("a device rests after four silent seconds, and goes on when it is asked to") {
+    SDL_setenv("SDL_AUDIODRIVER", "disk", 1);
+    SDL_setenv("SDL_DISKAUDIOFILE", "/dev/null", 1);
+    SDL_setenv("SDL_DISKAUDIODELAY", "0", 1);
+    Counting source;
+    source.silent = true;
+    const auto output = zo::platform::PlayThroughSdl(source);
+    CHECK(WaitFor(source.filled, 4 * 96000));
+    std::size_t rests_at = 0;
+    for (int tries = 0; tries < 500 && rests_at != source.filled; ++tries) {
+        rests_at = source.filled;
+        std::this_thread::sleep_for(20ms);
+    }
+    REQUIRE(rests_at == source.filled);
+    source.silent = false;
+    output->Resume();
+    CHECK(WaitFor(source.filled, rests_at + 4096));
 }

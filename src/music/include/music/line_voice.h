@@ -19,6 +19,7 @@ public:
     // sounds.
     bool Play(std::uint8_t byte, bool toward_card, int key);
     Frame Next();
+    bool Silent() const { return sent_.now.at >= 2 * kTone && received_.now.at >= 2 * kTone; }
 
 private:
     static constexpr int kTone = 2496;   // samples

@@ -61,6 +61,9 @@ public:
     void Mix(std::span<Frame> frames);
     // The same, left and right in turn, in 16 bits.
     void MixTo16Bits(std::span<std::int16_t> samples, Dither dither);
+    // Nothing sounded in the last frames, and nothing will until something changes. May be asked on
+    // any thread.
+    bool Silent() const { return silent_.load(); }
 
 private:
     struct Voice {
@@ -86,6 +89,7 @@ private:
     Ramp effects_gain_{1.0F / 2400};
     Ramp line_gain_{1.0F / 2400};
     Ramp focus_gain_{1.0F / 5760, 1};
+    std::atomic<bool> silent_ = false;
     std::uint64_t now_ = 1;
     WhiteNoise variation_{1};
     WhiteNoise dither_{2};

@@ -38,6 +38,8 @@ public:
     // Nothing is heard before. The songs follow when they are ready; once is enough.
     void Start(SongLoader load);
     void Stop();
+    // Called on the game's thread when a silence may end.
+    void OnWanted(std::function<void()> wanted) { wanted_ = std::move(wanted); }
 
     void Play(Effect effect, std::uint16_t parameter) override;
     void PlayByte(std::uint8_t byte, bool toward_card) override;
@@ -53,12 +55,16 @@ public:
     std::string_view PlayingTitle() const override;
 
     void Fill(std::span<std::int16_t> samples) override;
+    bool Silent() const override;
 
 private:
     void RunSongs(const SongLoader& load);
     void RenderAhead(SongPlayer& player);
+    void Post(const Kest::Post& post);
+    void Want();
 
     std::uint32_t seed_;
+    std::function<void()> wanted_;
     SoundChoices choices_;
     bool focused_ = true;
     std::unique_ptr<const EffectTables> tables_;  // made on the songs' thread
