@@ -18,6 +18,7 @@ struct Fused {
     FastOp parts[4];
     FastOp all;
     std::size_t length;
+    std::uint8_t Instruction::*link;  // of the second, to the first's rd; op links nothing
 };
 
 struct Direct {
@@ -34,9 +35,13 @@ constexpr Renamed kRenamed[] = {
 
 // The longest first, since the first that fits is taken.
 constexpr Fused kFused[] = {
-#define HUM_FOUR(a, b, c, d) \
-    {{FastOp::a, FastOp::b, FastOp::c, FastOp::d}, FastOp::a##_##b##_##c##_##d, 4},
-#define HUM_TWO(a, b) {{FastOp::a, FastOp::b, FastOp::Count, FastOp::Count}, FastOp::a##_##b, 2},
+#define HUM_FOUR(a, b, c, d)                       \
+    {{FastOp::a, FastOp::b, FastOp::c, FastOp::d}, \
+     FastOp::a##_##b##_##c##_##d,                  \
+     4,                                            \
+     &Instruction::op},
+#define HUM_TWO(a, b, link) \
+    {{FastOp::a, FastOp::b, FastOp::Count, FastOp::Count}, FastOp::a##_##b, 2, &Instruction::link},
     HUM_FAST_COUNTERS(HUM_FOUR) HUM_FAST_HEADS(HUM_FOUR) HUM_FAST_PAIRS(HUM_TWO)
         HUM_FAST_BRANCHES(HUM_TWO) HUM_FAST_CHECKED(HUM_TWO)
 #undef HUM_FOUR
@@ -134,11 +139,19 @@ private:
         for (const Fused& fused : kFused) {
             if (pc + fused.length <= ops_.size() &&
                 std::equal(fused.parts, fused.parts + fused.length,
-                           ops_.begin() + static_cast<std::ptrdiff_t>(pc))) {
+                           ops_.begin() + static_cast<std::ptrdiff_t>(pc)) &&
+                AreLinked(fused, &prepared_[pc])) {
                 return &fused;
             }
         }
         return nullptr;
+    }
+
+    static bool AreLinked(const Fused& fused, const Instruction* in) {
+        if (fused.length == 4) {
+            return in[2].ra == in[0].rd && in[2].rb == in[1].rd && in[3].ra == in[2].rd;
+        }
+        return fused.link == &Instruction::op || in[1].*fused.link == in[0].rd;
     }
 
     const std::vector<Instruction>& prepared_;

@@ -99,6 +99,21 @@ struct Simple {
     }
 };
 
+// An instruction known to read the register that the one before has filled. Saying so lets the
+// compiler keep the value at hand.
+inline Instruction Linked(Instruction in, std::uint8_t Instruction::*link, std::uint8_t filled) {
+    in.*link = filled;
+    return in;
+}
+
+// The third of four, which reads what the first and the second have filled.
+inline Instruction Joined(const Instruction* four) {
+    Instruction in = four[2];
+    in.ra = four[0].rd;
+    in.rb = four[1].rd;
+    return in;
+}
+
 // Copies a call's arguments to the start of a function's frame; those beyond the caller's last
 // register are zero.
 bool EnterFunction(Runtime& runtime, Coroutine& co, const Instruction& in,
@@ -151,7 +166,7 @@ bool Execute(Runtime* runtime_or_none, Coroutine* coroutine, const std::vector<I
              const std::int32_t** handlers) {
 #define HUM_ONE(name) \
     static_cast<std::int32_t>(static_cast<char*>(&&at_##name) - static_cast<char*>(&&at_Nop)),
-#define HUM_TWO(first, second) HUM_ONE(first##_##second)
+#define HUM_TWO(first, second, link) HUM_ONE(first##_##second)
 #define HUM_FOUR(first, second, third, fourth) HUM_ONE(first##_##second##_##third##_##fourth)
 #define HUM_BUILTIN(name, function) HUM_ONE(Call_##name)
     static const std::int32_t offsets[] = {
@@ -203,9 +218,9 @@ bool Execute(Runtime* runtime_or_none, Coroutine* coroutine, const std::vector<I
         ip += distance;                        \
         HUM_DISPATCH;                          \
     } while (false)
-#define HUM_TARGET                        \
-    static_cast<std::uint32_t>(ip->imm) + \
-        (ip->rb == kAbsolute ? 0u : static_cast<std::uint32_t>(frame->i[ip->rb]))
+#define HUM_TARGET(in)                     \
+    static_cast<std::uint32_t>((in).imm) + \
+        ((in).rb == kAbsolute ? 0u : static_cast<std::uint32_t>(frame->i[(in).rb]))
 #define HUM_CHECK(what) \
     if (address - kNullWords >= span) HUM_FAIL(what)
 #define HUM_MUST(condition, what) \
@@ -223,21 +238,24 @@ bool Execute(Runtime* runtime_or_none, Coroutine* coroutine, const std::vector<I
     HUM_FAST_SIMPLE(HUM_ONE)
 #undef HUM_ONE
 
-#define HUM_TWO(one, two)                                 \
-    at_##one##_##two : Simple{*frame, memory}.one(ip[0]); \
-    Simple{*frame, memory}.two(ip[1]);                    \
-    HUM_NEXT(2);
+#define HUM_TWO(one, two, link)                                  \
+    at_##one##_##two : {                                         \
+        const Simple simple{*frame, memory};                     \
+        simple.one(ip[0]);                                       \
+        simple.two(Linked(ip[1], &Instruction::link, ip[0].rd)); \
+        HUM_NEXT(2);                                             \
+    }
     HUM_FAST_PAIRS(HUM_TWO)
 #undef HUM_TWO
 
-#define HUM_TWO(one, two)                               \
-    at_##one##_##two : Simple{*frame, memory}.one(*ip); \
-    ++ip;                                               \
-    HUM_WHEN_##two HUM_TAKE;                            \
+#define HUM_TWO(one, two, link)                                          \
+    at_##one##_##two : Simple{*frame, memory}.one(*ip);                  \
+    ++ip;                                                                \
+    HUM_WHEN_##two(Linked(*ip, &Instruction::link, ip[-1].rd)) HUM_TAKE; \
     HUM_NEXT(1);
-#define HUM_WHEN_Jmp if (true)
-#define HUM_WHEN_Jz if (frame->i[ip->ra] == 0)
-#define HUM_WHEN_Jnz if (frame->i[ip->ra] != 0)
+#define HUM_WHEN_Jmp(in) if (true)
+#define HUM_WHEN_Jz(in) if (frame->i[(in).ra] == 0)
+#define HUM_WHEN_Jnz(in) if (frame->i[(in).ra] != 0)
     HUM_FAST_BRANCHES(HUM_TWO)
 #undef HUM_TWO
 
@@ -250,44 +268,44 @@ bool Execute(Runtime* runtime_or_none, Coroutine* coroutine, const std::vector<I
 at_Jmp:
     HUM_TAKE;
 at_Jz:
-    HUM_WHEN_Jz HUM_TAKE;
+    HUM_WHEN_Jz(*ip) HUM_TAKE;
     HUM_NEXT(1);
 at_Jnz:
-    HUM_WHEN_Jnz HUM_TAKE;
+    HUM_WHEN_Jnz(*ip) HUM_TAKE;
     HUM_NEXT(1);
 at_JzBad:
-    HUM_WHEN_Jz HUM_FAIL(Trouble::InvalidCounter);
+    HUM_WHEN_Jz(*ip) HUM_FAIL(Trouble::InvalidCounter);
     HUM_NEXT(1);
 at_JnzBad:
-    HUM_WHEN_Jnz HUM_FAIL(Trouble::InvalidCounter);
+    HUM_WHEN_Jnz(*ip) HUM_FAIL(Trouble::InvalidCounter);
     HUM_NEXT(1);
 at_JmpBad:
 at_CallBad:
     HUM_FAIL(Trouble::InvalidCounter);
 
-#define HUM_DO_Load              \
-    address = HUM_TARGET;        \
+#define HUM_DO_Load(in)          \
+    address = HUM_TARGET(in);    \
     HUM_CHECK(Trouble::IntLoad); \
-    frame->i[ip->rd] = static_cast<std::int32_t>(memory[address])
-#define HUM_DO_Loadf               \
-    address = HUM_TARGET;          \
+    frame->i[(in).rd] = static_cast<std::int32_t>(memory[address])
+#define HUM_DO_Loadf(in)           \
+    address = HUM_TARGET(in);      \
     HUM_CHECK(Trouble::FloatLoad); \
-    frame->f[ip->rd] = std::bit_cast<float>(memory[address])
-#define HUM_DO_Store           \
-    address = HUM_TARGET;      \
+    frame->f[(in).rd] = std::bit_cast<float>(memory[address])
+#define HUM_DO_Store(in)       \
+    address = HUM_TARGET(in);  \
     HUM_CHECK(Trouble::Store); \
-    memory[address] = static_cast<std::uint32_t>(frame->i[ip->ra])
-#define HUM_DO_Storef          \
-    address = HUM_TARGET;      \
+    memory[address] = static_cast<std::uint32_t>(frame->i[(in).ra])
+#define HUM_DO_Storef(in)      \
+    address = HUM_TARGET(in);  \
     HUM_CHECK(Trouble::Store); \
-    memory[address] = std::bit_cast<std::uint32_t>(frame->f[ip->ra])
-#define HUM_ONE(name)          \
-    at_##name : HUM_DO_##name; \
+    memory[address] = std::bit_cast<std::uint32_t>(frame->f[(in).ra])
+#define HUM_ONE(name)               \
+    at_##name : HUM_DO_##name(*ip); \
     HUM_NEXT(1);
-#define HUM_TWO(one, two)                               \
-    at_##one##_##two : Simple{*frame, memory}.one(*ip); \
-    ++ip;                                               \
-    HUM_DO_##two;                                       \
+#define HUM_TWO(one, two, link)                               \
+    at_##one##_##two : Simple{*frame, memory}.one(*ip);       \
+    ++ip;                                                     \
+    HUM_DO_##two(Linked(*ip, &Instruction::link, ip[-1].rd)); \
     HUM_NEXT(1);
     HUM_ONE(Load)
     HUM_ONE(Loadf)
@@ -297,26 +315,26 @@ at_CallBad:
 #undef HUM_ONE
 #undef HUM_TWO
 
-#define HUM_FOUR(one, two, three, four)      \
-    at_##one##_##two##_##three##_##four : {  \
-        const Simple simple{*frame, memory}; \
-        simple.one(ip[0]);                   \
-        simple.two(ip[1]);                   \
-        simple.three(ip[2]);                 \
-        simple.four(ip[3]);                  \
-        HUM_NEXT(4);                         \
+#define HUM_FOUR(one, two, three, four)                         \
+    at_##one##_##two##_##three##_##four : {                     \
+        const Simple simple{*frame, memory};                    \
+        simple.one(ip[0]);                                      \
+        simple.two(ip[1]);                                      \
+        simple.three(Joined(ip));                               \
+        simple.four(Linked(ip[3], &Instruction::ra, ip[2].rd)); \
+        HUM_NEXT(4);                                            \
     }
     HUM_FAST_COUNTERS(HUM_FOUR)
 #undef HUM_FOUR
-#define HUM_FOUR(one, two, three, four)      \
-    at_##one##_##two##_##three##_##four : {  \
-        const Simple simple{*frame, memory}; \
-        simple.one(ip[0]);                   \
-        simple.two(ip[1]);                   \
-        simple.three(ip[2]);                 \
-        ip += 3;                             \
-        HUM_WHEN_##four HUM_TAKE;            \
-        HUM_NEXT(1);                         \
+#define HUM_FOUR(one, two, three, four)                                     \
+    at_##one##_##two##_##three##_##four : {                                 \
+        const Simple simple{*frame, memory};                                \
+        simple.one(ip[0]);                                                  \
+        simple.two(ip[1]);                                                  \
+        simple.three(Joined(ip));                                           \
+        ip += 3;                                                            \
+        HUM_WHEN_##four(Linked(*ip, &Instruction::ra, ip[-1].rd)) HUM_TAKE; \
+        HUM_NEXT(1);                                                        \
     }
     HUM_FAST_HEADS(HUM_FOUR)
 #undef HUM_FOUR

@@ -12,20 +12,21 @@
 namespace hum::formula {
 
 inline constexpr float kRate = static_cast<float>(kSampleRate);
-inline constexpr float kTau = 6.28318530717958647692f;
 
-// Sine and cosine of a whole turn's part, -0.5 to 0.5, by polynomials that are good to a float's
-// last bits: a third of the C library's time, and the same on every system.
-inline double SineOfTurn(double turn) {
-    const double x = turn - std::floor(turn + 0.5);
-    // Folded to a quarter turn either way, where the series is short.
-    const double y = x > 0.25 ? 0.5 - x : (x < -0.25 ? -0.5 - x : x);
-    const double z = y * std::numbers::pi * 2;
+// Sine of a part of a turn, -0.25 to 0.25, by a series that is good to a float's last bits: quick,
+// and the same on every system.
+inline double SineOfQuarter(double turn) {
+    const double z = turn * (std::numbers::pi * 2);
     const double q = z * z;
     const double tail =
         q * (2.7557319223985893e-06 + q * (-2.5052108385441720e-08 + q * 1.6059043836821613e-10));
     return z * (1.0 + q * (-1.6666666666666666e-01 +
                            q * (8.3333333333333333e-03 + q * (-1.9841269841269841e-04 + tail))));
+}
+
+inline double SineOfTurn(double turn) {
+    const double x = turn - std::floor(turn + 0.5);
+    return SineOfQuarter(x > 0.25 ? 0.5 - x : (x < -0.25 ? -0.5 - x : x));
 }
 
 // 1 - exp(-x) for an x of 0 or more; what filters and envelopes want is mostly near 0.
@@ -41,8 +42,8 @@ inline float HeldCutoff(float cutoff_hz) {
 
 // tan(pi * cutoff / rate)
 inline float Prewarped(float cutoff_hz) {
-    const double half_turn = static_cast<double>(HeldCutoff(cutoff_hz)) / (2.0 * kSampleRate);
-    return static_cast<float>(SineOfTurn(half_turn) / SineOfTurn(half_turn + 0.25));
+    const double half_turn = static_cast<double>(HeldCutoff(cutoff_hz)) * (0.5 / kSampleRate);
+    return static_cast<float>(SineOfQuarter(half_turn) / SineOfQuarter(0.25 - half_turn));
 }
 
 // 1 - exp(-2 pi cutoff / rate)
@@ -52,6 +53,9 @@ inline float OnePoleStep(float cutoff_hz) {
 }
 
 inline float Wrap01(float x) {
+    // What a phase mostly needs takes no rounding function.
+    if (x >= 0.0f && x < 1.0f) return x;
+    if (x >= 1.0f && x < 2.0f) return x - 1.0f;
     const float wrapped = x - std::floor(x);
     return wrapped < 1.0f ? wrapped : 0.0f;
 }
