@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdlib>
 
+#include "checker.h"
 #include "hum/opcodes.h"
 
 namespace hum {
@@ -130,7 +131,8 @@ bool Assembler::ReadLine() {
         SkipBlanks();
         if (!AtLineEnd()) return Fail("expected the end of the line");
     }
-    if (at_ < text_.size()) ++at_;
+    if (at_ == text_.size()) return true;
+    ++at_;
     ++line_;
     return true;
 }
@@ -156,7 +158,7 @@ bool Assembler::ReadDirective() {
     if (is_struct) {
         std::uint32_t words = 0;
         if (!Number(words)) return false;
-        if (words > kAssembledDataWords) return Fail("number out of range");
+        if (words > kMaxMemory) return Fail("number out of range");
         program_.structs.push_back({std::string(name), words});
     } else if (directive == "entry") {
         program_.entries.push_back({std::string(name), here});
@@ -309,6 +311,10 @@ void Assembler::PlaceOutputs() {
         module.output_address = address;
         for (const Program::Struct& structure : program_.structs) {
             if (structure.name != module.output) continue;
+            if (structure.words > kMaxMemory - address) {
+                Fail("module frame is too large");
+                return;
+            }
             address += structure.words;
             break;
         }

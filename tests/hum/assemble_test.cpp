@@ -64,6 +64,8 @@ TEST_CASE("an assembler's fault has its place") {
         {"li i0, 3000000000", "<input>:1:8: number out of range"},
         {"load i0, 3", "<input>:1:10: expected '['"},
         {"call 3", "<input>:1:6: expected 'rd='"},
+        {".struct A 99999999", "<input>:1:19: number out of range"},
+        {".struct A 20000000\n.module a A\n.module b A", "<input>:3:12: module frame is too large"},
         {"halt 3", "<input>:1:6: expected the end of the line"},
     };
     for (const auto& row : rows) CHECK(FaultOf(row.text) == row.fault);
