@@ -76,7 +76,7 @@ int Play(const LaunchOptions& options, const kp::Content& content, zo::platform:
     shell.OverrideSettings([&](Settings& settings) { Override(settings, options); });
     shell.SetWindow(window.Size(), window.DisplayScale());
     if (alone) {
-        shell.Open(Place::Title);
+        shell.Open(Place::Splash);
     } else {
         TurnAway(shell);
     }

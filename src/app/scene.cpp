@@ -22,6 +22,7 @@ struct SceneWord {
     std::string_view states = {};  // that the screen can be asked to show, between blanks
 };
 constexpr SceneWord kSceneWords[] = {
+    {"splash", Place::Splash, "", "start"},
     {"title", Place::Title},
     {"board", Place::Board, "", "locked shifts ticket intro help"},
     {"bench", Place::Bench, "",
@@ -30,6 +31,8 @@ constexpr SceneWord kSceneWords[] = {
     {"overlay-options", Place::Options},
     {"overlay-credits", Place::Credits},
     {"overlay-binder", Place::Binder, "crc", "find pages links vi-keys"},
+    {"overlay-textmode", Place::TextMode},
+    {"overlay-achievements", Place::Achievements},
 };
 
 // Takes the first word off the text.

@@ -268,10 +268,12 @@ void Board::OpenTicket() {
     const Entry* entry = EntryChosen();
     if (entry == nullptr) return;
     if (IsOpen(*entry)) {
+        shell_.Sound().Play(Effect::Open);
         shell_.Progress().current = entry->Id();
         shell_.SaveProgress();
         shell_.Open(Place::Bench, entry->Id());
     } else {
+        shell_.Sound().Play(Effect::Error);
         shell_.SetStatus(StandingText(), Alert::Yes);
     }
 }

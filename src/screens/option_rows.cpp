@@ -172,6 +172,7 @@ void DoOption(const OptionRow& row, Shell& shell) {
             row.command(shell);
             break;
         case OptionKind::Song:
+            shell.Sound().PlayNextSong();
             break;
         default:
             SwitchOption(row, shell);
@@ -209,7 +210,10 @@ void DrawOptionControl(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables, P
         DrawChooser(canvas, pressables, at, chooser, [&shell](int to) { SetSpeed(shell, to); });
         return;
     }
-    if (row.kind == OptionKind::Song) canvas.Text(at.x, at.y, kNotPlaying, surface.text);
+    if (row.kind == OptionKind::Song) {
+        const std::string_view title = shell.Sound().PlayingTitle();
+        canvas.Text(at.x, at.y, title.empty() ? kNotPlaying : title, surface.text);
+    }
     if (row.kind == OptionKind::Song || row.kind == OptionKind::Command) return;
 
     const bool available = IsAvailable(row, shell);

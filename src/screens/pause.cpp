@@ -1,6 +1,8 @@
 #include "screens/pause.h"
 
+#include "base/format.h"
 #include "exit.h"
+#include "save/achievements.h"
 #include "shell/shell.h"
 #include "ui/pane.h"
 
@@ -26,6 +28,7 @@ constexpr PauseItem kItems[] = {
     {"~S~pec binder", "F1", "The LC-1 manual and protocol references.", 1, Deed::Open,
      Place::Binder},
     {"~O~ptions", "", "Sound, display, and play settings.", 0, Deed::Open, Place::Options},
+    {"~A~chievements", "", "", 0, Deed::Open, Place::Achievements},  // its hint says how many
     {"~T~itle screen", "", "Saves the firmware.", 0, Deed::Open, Place::Title},
     {"E~x~it to DOS", "Alt+X", "Closes Vantor Kest.", 0, Deed::Exit, Place::Pause},
 };
@@ -51,6 +54,11 @@ void Do(Shell& shell, const PauseItem& item) {
     }
 }
 
+std::string AchievementsHint(const Shell& shell) {
+    return base::Format("What you have earned, %zu of %zu.", shell.Progress().achievements.size(),
+                        Achievements().size());
+}
+
 bool IsOn(const Shell& shell, std::string_view name) {
     return shell.Current() && shell.Current()->Name() == name;
 }
@@ -58,6 +66,15 @@ bool IsOn(const Shell& shell, std::string_view name) {
 }  // namespace
 
 void Pause::Entered() {
+    Fill();
+}
+
+// Options may have reset the progress.
+void Pause::Uncovered() {
+    Fill();
+}
+
+void Pause::Fill() {
     const int stage = shell_.Unlocking().Stage();
     const bool on_board = IsOn(shell_, "board");
     std::vector<zo::ui::Menu::Item> items;
@@ -65,9 +82,10 @@ void Pause::Entered() {
         const bool there = on_board && item.place == Place::Board;
         if (stage < item.stage || there || !shell_.Offers(item.place)) continue;
         const std::string_view back = on_board ? "Back to the board." : "Back to the bench.";
-        items.push_back({item.label, item.shortcut,
-                         std::string(item.deed == Deed::Resume ? back : item.hint),
-                         [this, &item] { Do(shell_, item); }});
+        std::string hint(item.deed == Deed::Resume ? back : item.hint);
+        if (item.place == Place::Achievements) hint = AchievementsHint(shell_);
+        items.push_back(
+            {item.label, item.shortcut, std::move(hint), [this, &item] { Do(shell_, item); }});
     }
     menu_.Set(std::move(items));
 }

@@ -1,6 +1,5 @@
 #include "screens/title.h"
 
-#include "base/version.h"
 #include "exit.h"
 #include "logo.h"
 #include "shell/shell.h"
@@ -13,9 +12,6 @@ using zo::ui::Canvas;
 using zo::ui::Key;
 using zo::ui::Rect;
 using zo::ui::Role;
-
-constexpr int kTallRows = 40;
-constexpr std::string_view kTagline = "LC-1 service bench";
 
 struct TitleItem {
     std::string_view label;
@@ -44,21 +40,30 @@ void Choose(Shell& shell, Place place) {
     if (place == Place::Title) {
         AskToExit(shell, "Exit to DOS?");
     } else if (place == Place::Bench) {
+        shell.Sound().Play(Effect::Open);
         const kp::LoadedTicket* ticket = shell.Unlocking().ContinueTicket();
         shell.Open(place, ticket ? ticket->ticket.id : std::string());
     } else {
+        if (place == Place::Board) shell.Sound().Play(Effect::Open);
         shell.Open(place);
     }
 }
 
-int TextCentred(Canvas& canvas, int y, std::string_view text) {
-    const int x = (canvas.Columns() - static_cast<int>(text.size())) / 2;
-    return canvas.Text(x, y, text, Role::BootDim);
-}
-
 }  // namespace
 
+// A player who is here for the first time chooses first what reads best.
 void Title::Entered() {
+    Fill();
+    if (!shell_.IsPersistent() || shell_.Progress().title_card_seen) return;
+    shell_.Open(Place::TextMode);
+}
+
+// What the options change may change what is offered.
+void Title::Uncovered() {
+    Fill();
+}
+
+void Title::Fill() {
     const int stage = shell_.Unlocking().Stage();
     std::vector<zo::ui::Menu::Item> items;
     for (const TitleItem& item : kItems) {
@@ -76,18 +81,10 @@ std::string Title::ContinueHint() const {
 }
 
 void Title::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
-    const bool tall = canvas.Rows() >= kTallRows;
-    const Logo logo(canvas.Columns(), canvas.Rows());
-    const int tagline = logo.area.Bottom() + 1;
-    const int version = tagline + 1;
-    canvas.Fill({0, logo.area.y - 1, canvas.Columns(), version + 3 - logo.area.y}, U' ',
-                Role::Boot);
-    logo.Draw(canvas);
-    TextCentred(canvas, tagline, kTagline);
-    TextCentred(canvas, version, "Version " + std::string(base::Version()));
+    DrawName(canvas);
+    const NamePlace place(canvas.Columns(), canvas.Rows());
     const int width = zo::ui::Menu::kWidth;
-    const Rect box = {(canvas.Columns() - width) / 2, tagline + (tall ? 7 : 3), width,
-                      menu_.Height()};
+    const Rect box = {(canvas.Columns() - width) / 2, place.menu, width, menu_.Height()};
     zo::ui::DrawDialog(canvas, box, "MENU");
     menu_.Draw(canvas, pressables, box);
 }

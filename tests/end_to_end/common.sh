@@ -53,15 +53,29 @@ start_manager() {
     wait_for 10 "the window manager" sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"'
 }
 
-# start_game [arguments...]: and gives its window the keyboard. What it says goes through a pipe, so
+# open_game [arguments...]: and gives its window the keyboard. What it says goes through a pipe, so
 # that a limit on its files does not silence it.
-start_game() {
+open_game() {
     "$game" "$@" 2> >(cat >"$work/errors") &
     game_pid=$!
     wait_for 20 "the window" xdotool search --onlyvisible --name '^Vantor Kest$'
     window=$(xdotool search --onlyvisible --name '^Vantor Kest$' | head -n 1)
     xdotool windowfocus --sync "$window"
     sleep 0.3
+}
+
+start_game() {
+    open_game "$@"
+    go_to_title
+}
+
+# Past the splash, and past the card that a new player meets; on the title Esc does nothing.
+go_to_title() {
+    local time
+    for time in 1 2; do
+        press Escape
+        sleep 0.3
+    done
 }
 
 press() { xdotool key --delay 20 "$@"; }

@@ -6,6 +6,7 @@
 //     set 1-02-loopback         the current ticket
 //     open bench 1-02-loopback  a place, and what about
 //     normal                    the text's size
+//     still                     without motion
 //     kept "motion": false      what the settings' file says
 //     save                      the progress
 //     done no                   whether the game is over
@@ -13,8 +14,11 @@
 #include <map>
 
 #include "screens/board.h"
+#include "screens/notices.h"
 #include "screens/options.h"
 #include "screens/pause.h"
+#include "screens/splash.h"
+#include "screens/text_mode_card.h"
 #include "screens/title.h"
 #include "support/scene.h"
 
@@ -24,9 +28,11 @@ using fake::Game;
 namespace {
 
 const std::map<std::string, Place> kPlaces = {
-    {"title", Place::Title},     {"pause", Place::Pause},     {"bench", Place::Bench},
-    {"board", Place::Board},     {"options", Place::Options}, {"reader", Place::Binder},
-    {"credits", Place::Credits},
+    {"title", Place::Title},       {"pause", Place::Pause},
+    {"bench", Place::Bench},       {"board", Place::Board},
+    {"options", Place::Options},   {"reader", Place::Binder},
+    {"credits", Place::Credits},   {"splash", Place::Splash},
+    {"textmode", Place::TextMode}, {"achievements", Place::Achievements},
 };
 
 // A screen that stands in for one that the test does not look into.
@@ -61,6 +67,10 @@ Places PlacesWith(std::string_view only) {
     at(Place::Pause) = [](Shell& shell, auto) { return std::make_unique<Pause>(shell); };
     if (only != "real") return places;
     at(Place::Board) = [](Shell& shell, auto) { return std::make_unique<Board>(shell); };
+    at(Place::Splash) = [](Shell& shell, auto) { return std::make_unique<Splash>(shell); };
+    at(Place::TextMode) = [](Shell& shell, auto) { return std::make_unique<TextModeCard>(shell); };
+    at(Place::Credits) = [](Shell& shell, auto) { return MakeCredits(shell); };
+    at(Place::Achievements) = [](Shell& shell, auto) { return MakeAchievements(shell); };
     at(Place::Options) = [](Shell& shell, std::string_view row) {
         return std::make_unique<Options>(shell, row);
     };
@@ -114,8 +124,10 @@ kp::Content TwoShifts() {
 
 std::unique_ptr<Game> Started(std::string_view words) {
     const std::string closed(support::Cut(words, " "));
-    return std::make_unique<Game>(TwoShifts(), PlacesWith(words),
-                                  closed.empty() ? -1 : std::stoi(closed));
+    auto game = std::make_unique<Game>(TwoShifts(), PlacesWith(words),
+                                       closed.empty() ? -1 : std::stoi(closed));
+    game->shell.Progress().title_card_seen = !closed.empty() || words != "real";
+    return game;
 }
 
 void PlayScenes(std::string_view file) {
@@ -140,6 +152,8 @@ void PlayScenes(std::string_view file) {
             } else if (step.key == "kept") {
                 CHECK(game->system.disk.files["data/settings.json"].find(words) !=
                       std::string::npos);
+            } else if (step.key == "still") {
+                game->shell.OverrideSettings([](Settings& s) { s.motion = false; });
             } else if (step.key == "save") {
                 game->shell.SaveProgress();
             } else if (step.key == "done") {
@@ -159,6 +173,10 @@ TEST_CASE("title and pause menu show their scenes") {
 
 TEST_CASE("the ticket board shows its scenes") {
     PlayScenes("screens/board.txt");
+}
+
+TEST_CASE("splash, card, credits and achievements show their scenes") {
+    PlayScenes("screens/start.txt");
 }
 
 TEST_CASE("the options show their scenes") {

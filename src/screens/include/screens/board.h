@@ -20,6 +20,7 @@ public:
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override;
     std::optional<zo::ui::Rect> FocusedPane() const override;
+    std::optional<MusicScene> Music() const override { return MusicScene::Board; }
     // "locked", "shifts", "ticket", "intro", "help".
     bool CaptureRequest(std::string_view request) override;
 

@@ -11,11 +11,14 @@ public:
 
     std::string_view Name() const override { return "pause"; }
     void Entered() override;
+    void Uncovered() override;
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override { return menu_.Key(key); }
 
 private:
+    void Fill();
+
     zo::ui::Menu menu_;
 };
 

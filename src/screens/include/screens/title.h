@@ -12,11 +12,14 @@ public:
 
     std::string_view Name() const override { return "title"; }
     void Entered() override;
+    void Uncovered() override;
+    std::optional<MusicScene> Music() const override { return MusicScene::Title; }
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override { return menu_.Key(key); }
 
 private:
+    void Fill();
     std::string ContinueHint() const;
 
     zo::ui::Menu menu_;

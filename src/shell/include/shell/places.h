@@ -21,6 +21,7 @@ enum class Place : std::uint8_t {
     Options,
     Binder,
     Credits,
+    Achievements,
     TextMode,
     Count,
 };
