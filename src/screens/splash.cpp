@@ -103,7 +103,7 @@ double Splash::Seconds() const {
 }
 
 std::optional<double> Splash::NextFrameAt() const {
-    if (stays_ || Seconds() > kStartSeconds) return std::nullopt;
+    if (stays_ || named_) return std::nullopt;
     return shell_.Settings().motion ? shell_.Now() : entered_at_ + kStartSeconds;
 }
 
@@ -113,10 +113,11 @@ void Splash::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
         shell_.Open(Place::Title);
     };
     Centred(canvas, canvas.Rows() - 2, kAnyKey);
-    if (stays_ || Seconds() < kStartSeconds) {
-        DrawStart(canvas);
-    } else {
+    named_ = !stays_ && Seconds() >= kStartSeconds;
+    if (named_) {
         DrawName(canvas);
+    } else {
+        DrawStart(canvas);
     }
 }
 

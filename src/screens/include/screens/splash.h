@@ -29,6 +29,7 @@ private:
 
     double entered_at_ = 0;
     bool stays_ = false;
+    bool named_ = false;  // as drawn last
 };
 
 }  // namespace Kest
