@@ -9,6 +9,8 @@
 #include "command_line.h"
 #include "game_content.h"
 #include "game_places.h"
+#include "music/audio_diagnostic.h"
+#include "music/hum_song.h"
 #include "music/sound_engine.h"
 #include "shell/shell.h"
 #include "smoke.h"
@@ -80,7 +82,7 @@ int Play(const LaunchOptions& options, const kp::Content& content, zo::platform:
     } else {
         TurnAway(shell);
     }
-    sounds.Start([] { return std::vector<Song>(); });
+    sounds.Start(LoadSongs);
     const auto output = system.PlayAudio(sounds);
     if (output) sounds.OnWanted([&output] { output->Resume(); });
     RunFrameLoop(shell, window, system.SystemClock());
@@ -112,9 +114,15 @@ void PrintVersion() {
     std::printf("%s %.*s\n", kTitle, static_cast<int>(version.size()), version.data());
 }
 
-int RenderSoundtrack() {
-    std::fputs("audio: the soundtrack did not load\n", stderr);
-    return 1;
+int RenderSoundtrack(const std::string& file, zo::platform::System& system) {
+    const base::Result<int> songs =
+        RenderAudioDiagnostic(system.SystemDisk(), std::filesystem::path(file));
+    if (!songs) {
+        std::fprintf(stderr, "audio: %s\n", songs.Message().c_str());
+        return 1;
+    }
+    std::printf("audio: wrote %s, %d songs\n", file.c_str(), *songs);
+    return 0;
 }
 
 void PrintSmokeLine(std::string_view line) {
@@ -145,7 +153,7 @@ int RunApplication(std::span<const std::string_view> arguments, zo::platform::Sy
     if (!system.HasNineWideFace()) {
         std::fputs("fonts: no Unscii 18; cells are eight font pixels wide\n", stderr);
     }
-    if (options.audio_render) return RenderSoundtrack();
+    if (options.audio_render) return RenderSoundtrack(*options.audio_render, system);
     if (options.fonts) {
         PrintFonts(system);
         return 0;

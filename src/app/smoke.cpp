@@ -9,9 +9,10 @@ namespace {
 constexpr double kMostSeconds = 60;
 
 constexpr void (*kChecks[])(SmokeRun& run) = {
-    CheckTickets,      CheckReferences, CheckFailureMessages, CheckBinder,    CheckCoaching,
-    CheckFont,         CheckGrids,      CheckWrapping,        CheckMigration, CheckAutomation,
-    CheckAchievements, CheckUnlocking,  CheckStages,          CheckViKeys,    CheckWalk,
+    CheckTickets,    CheckReferences,   CheckFailureMessages, CheckSongs,    CheckBinder,
+    CheckCoaching,   CheckFont,         CheckGrids,           CheckWrapping, CheckMigration,
+    CheckAutomation, CheckAchievements, CheckUnlocking,       CheckStages,   CheckViKeys,
+    CheckWalk,
 };
 
 }  // namespace

@@ -46,6 +46,7 @@ void CheckReferences(SmokeRun& run);
 void CheckFailureMessages(SmokeRun& run);
 void CheckBinder(SmokeRun& run);
 void CheckCoaching(SmokeRun& run);
+void CheckSongs(SmokeRun& run);
 void CheckFont(SmokeRun& run);
 void CheckGrids(SmokeRun& run);
 void CheckWrapping(SmokeRun& run);

@@ -4,6 +4,9 @@
 #include "base/format.h"
 #include "bench/coach_keys.h"
 #include "content/lint.h"
+#include "music/hum_song.h"
+#include "music/song_texts.h"
+#include "music/sound_engine.h"
 #include "session/explain.h"
 #include "smoke_checks.h"
 
@@ -13,6 +16,7 @@ namespace {
 constexpr std::size_t kTickets = 42;  // of the whole campaign
 constexpr std::size_t kPages = 58;    // of the binder
 constexpr std::size_t kCoached = 7;   // tickets with a coach
+constexpr int kSongs = 8;
 
 // Firmware that passes no ticket: every reference sends or delivers something, and ends or waits.
 constexpr std::string_view kSilent = "       halt\n";
@@ -105,6 +109,21 @@ void CheckCoaching(SmokeRun& run) {
     std::vector<std::string> lines = kp::LintCoach(run.content);
     for (std::string& line : LintCoachKeys(run.content)) lines.push_back(std::move(line));
     CheckLines(run, "coaching lines", lines);
+}
+
+// The songs are only made ready, not played, so that they need no instruments.
+void CheckSongs(SmokeRun& run) {
+    const auto instruments = std::make_shared<const hum::Instruments>();
+    int embedded = 0;
+    for (const SongName& name : SongNames()) {
+        const base::Result<Song> song = MakeSong(name.key, SongSource(name.key), instruments);
+        if (song)
+            ++embedded;
+        else
+            run.report.Say(false, "song " + song.Message());
+    }
+    run.report.Check(base::Format("%d songs embedded", embedded), embedded == kSongs,
+                     base::Format("%d songs embedded, expected %d", embedded, kSongs));
 }
 
 }  // namespace Kest

@@ -111,6 +111,7 @@ TEST_CASE("what is asked for besides the game is done without a window") {
     for (const auto& c : cases) {
         CAPTURE(c.arguments.front());
         fake::System system;
+        if (c.code != 0) system.disk.full = "No space left on device";
         CHECK(Run(system, c.arguments) == c.code);
         CHECK(system.pictures.size() == c.pictures);
         CHECK(system.screen.frames.empty());

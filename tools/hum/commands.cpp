@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "hum/listing.h"
+#include "render_command.h"
 #include "run_command.h"
 #include "subject.h"
 
@@ -30,11 +31,14 @@ Outcome RunList(const Request& request) {
 }
 
 constexpr Command kCommands[] = {
-    // name, usage, summary, options, needed, function
-    {"check", "FILE", "Compiles a program and says what is wrong with it.", kJson, 0, RunCheck},
-    {"list", "FILE", "Compiles a program and prints its listing.", 0, 0, RunList},
+    // name, usage, summary, options, needed, files, function
+    {"check", "FILE", "Compiles a program and says what is wrong with it.", kJson, 0, 1, RunCheck},
+    {"list", "FILE", "Compiles a program and prints its listing.", 0, 0, 1, RunList},
     {"run", "FILE --samples N", "Runs a program and writes its samples.",
-     kSamples | kSkip | kSet | kJson, kSamples, RunRun},
+     kSamples | kSkip | kSet | kJson, kSamples, 1, RunRun},
+    {"render", "FILE OUT.wav", "Renders a whole song with its fade-out.", kSet, 0, 2, RunRender},
+    {"measure", "FILE", "Measures how loud a whole song is and what it costs.", kSet | kJson, 0, 1,
+     RunMeasure},
 };
 
 }  // namespace

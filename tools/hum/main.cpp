@@ -11,12 +11,13 @@ namespace {
 constexpr std::string_view kHelpEnd =
     "\n"
     "FILE is a file, or - for standard input; one that ends in .hasm is read by the assembler.\n"
+    "Where there is no such file, the name of a song of the game stands for the song.\n"
     "What a file includes is looked up beside it.\n"
     "\n"
     "  --samples N       the number of samples that run reports\n"
     "  --skip K          samples that run runs before those, 0 unless given\n"
     "  --set NAME=VALUE  sets a param before the start; may be given again\n"
-    "  --json            one JSON object instead of text; not for list\n"
+    "  --json            one JSON object instead of text; not for list or render\n"
     "  --no-library      without the song library\n"
     "  --help            this text\n"
     "  --version         the program's version\n"
@@ -47,8 +48,11 @@ std::optional<Problem> CheckUsage(const Command& command, const Request& request
         }
     }
     if (request.files.empty()) return Problem{name + " needs a file" + usage};
-    if (request.files.size() > 1) {
-        return Problem{name + " has no use for " + request.files[1] + usage};
+    if (request.files.size() < command.files) {
+        return Problem{name + " needs a file to write" + usage};
+    }
+    if (request.files.size() > command.files) {
+        return Problem{name + " has no use for " + request.files[command.files] + usage};
     }
     return std::nullopt;
 }

@@ -5,28 +5,12 @@
 #include <cstdio>
 #include <vector>
 
-#include "hum/builtins.h"
-#include "hum/instruments.h"
-#include "hum/machine.h"
-#include "hum/opcodes.h"
-#include "subject.h"
+#include "playing.h"
 
 namespace hum_command {
 namespace {
 
 constexpr std::int64_t kChunk = 4096;  // samples
-
-// The tables take a while to make, so that only programs that play them wait for them.
-bool PlaysInstruments(const hum::Program& program) {
-    const auto first = static_cast<std::int32_t>(hum::BuiltinNumber("samp"));
-    const auto last = static_cast<std::int32_t>(hum::BuiltinNumber("inst_len"));
-    const auto length = static_cast<std::int32_t>(hum::BuiltinNumber("len"));
-    for (const hum::Instruction& in : program.code) {
-        if (in.op != static_cast<std::uint8_t>(hum::Op::Svc)) continue;
-        if ((in.imm >= first && in.imm <= last) || in.imm == length) return true;
-    }
-    return false;
-}
 
 // Runs samples and keeps none of them; less when the program stops.
 void Skip(hum::Machine& machine, std::int64_t samples) {
@@ -76,41 +60,27 @@ void PrintJson(const hum::Machine& machine, const std::vector<float>& stereo) {
     std::printf("}\n");
 }
 
-void PrintLines(const hum::Machine& machine, const std::vector<float>& stereo) {
+void PrintLines(const std::vector<float>& stereo) {
     for (std::size_t k = 0; k < stereo.size(); k += 2) {
         std::printf("%.9g %.9g\n", static_cast<double>(stereo[k]),
                     static_cast<double>(stereo[k + 1]));
     }
-    const std::optional<hum::Stop>& stop = machine.Stopped();
-    if (!stop) return;
-    std::fflush(stdout);
-    std::fprintf(stderr, "stopped at sample %" PRId64 ": %s\n", stop->sample,
-                 stop->message.c_str());
 }
 
 }  // namespace
 
 Outcome RunRun(const Request& request) {
-    Subject subject;
-    if (std::optional<Problem> problem = LoadSubject(request, subject)) return *problem;
-    if (subject.fault) return ReportFault(request, *subject.fault);
-    hum::Instruments instruments;
-    hum::MachineSettings settings;
-    if (PlaysInstruments(subject.program)) {
-        instruments = hum::MakeInstruments();
-        settings.instruments = &instruments;
-    }
-    hum::Machine machine(subject.program, settings);
-    for (const auto& [name, value] : request.params) {
-        const std::optional<std::size_t> param = machine.FindParam(name);
-        if (!param) return Problem{"the program has no param " + name};
-        machine.SetParam(*param, value);
-    }
-    machine.Start();
+    Playing playing;
+    if (std::optional<Outcome> outcome = Start(request, playing)) return *outcome;
+    hum::Machine& machine = *playing.machine;
     Skip(machine, request.skip);
     const std::vector<float> stereo = Keep(machine, request.samples);
-    request.Json() ? PrintJson(machine, stereo) : PrintLines(machine, stereo);
-    return machine.Stopped() ? ExitCode::Stopped : ExitCode::Good;
+    if (request.Json()) {
+        PrintJson(machine, stereo);
+        return machine.Stopped() ? ExitCode::Stopped : ExitCode::Good;
+    }
+    PrintLines(stereo);
+    return ReportStop(machine);
 }
 
 }  // namespace hum_command
