@@ -8,12 +8,26 @@
 namespace zo::ui {
 namespace {
 
+// The text with no blanks inside links that fit into a row, for these are kept in one piece. All
+// bytes stay in their places.
+std::string Unbroken(const Paragraph& paragraph, int width) {
+    std::string text = paragraph.text;
+    for (const TextLink& link : paragraph.links) {
+        const std::string_view words =
+            std::string_view(text).substr(link.from, link.to - link.from);
+        if (Cells(words) > width) continue;
+        std::replace(text.begin() + static_cast<std::ptrdiff_t>(link.from),
+                     text.begin() + static_cast<std::ptrdiff_t>(link.to), ' ', '_');
+    }
+    return text;
+}
+
 std::vector<base::LineRange> Lines(const Paragraph& paragraph, int width) {
     switch (paragraph.wrap) {
         case Wrap::Plain:
-            return base::BreakPlain(paragraph.text, width);
+            return base::BreakPlain(Unbroken(paragraph, width), width);
         case Wrap::Even:
-            return base::BreakEven(paragraph.text, width);
+            return base::BreakEven(Unbroken(paragraph, width), width);
         default:
             return {{0, paragraph.text.size()}};
     }
