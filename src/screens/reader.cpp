@@ -303,7 +303,7 @@ bool Reader::CaptureRequest(std::string_view request) {
     } else if (request == "pages") {
         focus_.Focus(kPages);
     } else if (request == "links") {
-        (void)page_.Key({.key = Key::Down});
+        show_link_ = true;
     } else if (const kp::BinderPage* page = kp::FindPage(shell_.Content().pages, request)) {
         GoTo(page->id);
     } else {

@@ -67,6 +67,8 @@ void Reader::DrawPage(Canvas& canvas, Pressables& pressables) {
     }
     if (show_found_) FindAgain(1);
     show_found_ = false;
+    if (show_link_) (void)page_.Key({.key = zo::ui::Key::Down});
+    show_link_ = false;
     page_.Draw(canvas, pressables, box, focused);
     FrameLine bottom(canvas, box, zo::ui::Edge::Bottom);
     DrawTurn(bottom, pressables, -1);

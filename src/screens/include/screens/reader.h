@@ -75,6 +75,7 @@ private:
     zo::ui::TextPane page_;
     std::optional<int> unroll_to_;  // the first row in sight, once the page is broken into rows
     bool show_found_ = false;       // the first found word must come into sight
+    bool show_link_ = false;        // a picture is to show the first link in sight as chosen
     int found_ = 0;                 // words on the page
     int found_at_ = 0;
     zo::ui::Rect pages_area_, page_area_;  // as drawn last
