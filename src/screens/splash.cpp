@@ -8,6 +8,7 @@
 #include "base/format.h"
 #include "base/utf.h"
 #include "logo.h"
+#include "music/sound_engine.h"
 #include "shell/shell.h"
 #include "ticket_facts.h"
 
@@ -52,7 +53,7 @@ StartLine TicketsLine(const kp::Content& content) {
 std::vector<StartLine> StartLines(Shell& shell, int columns, int rows) {
     const Settings& settings = shell.Settings();
     const TicketCount count = CountTickets(shell);
-    const int songs = shell.Sound().SongCount();
+    const auto songs = static_cast<int>(SongNames().size());
     return {
         {.before = {}, .fact = "Kest Workstation BIOS 3.02"},
         {.before = {}, .fact = "Copyright (C) 1989-1996 Kest Instruments"},

@@ -40,7 +40,7 @@ press m
 kept settings.json '"music_on": false'
 press m
 kept settings.json '"music_on": true'
-press Escape
+press Escape Home # the highlight stood on the options
 wait_to_show title --fresh --look classic --theme amber
 stop_game
 
@@ -69,11 +69,11 @@ sleep 0.3
 press alt+b
 sleep 0.3
 press Escape t
-wait_to_show title --closed 1 --look classic --theme amber
+wait_to_show title:1-02-loopback --closed 1 --look classic --theme amber
 press alt+x
 sleep 0.2
-press Escape # stays
-wait_to_show title --closed 1 --look classic --theme amber
+press Escape Home # stays
+wait_to_show title:1-02-loopback --closed 1 --look classic --theme amber
 press alt+x
 sleep 0.2
 press Return

@@ -34,7 +34,6 @@ public:
     virtual void SetScene(MusicScene /*scene*/) {}
     virtual void PlayNextSong() {}
     virtual void PlaySong(std::string_view /*key*/) {}
-    virtual int SongCount() const { return 0; }
     // Empty while no song plays.
     virtual std::string_view PlayingTitle() const { return {}; }
 };
