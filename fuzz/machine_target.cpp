@@ -169,9 +169,16 @@ void Run(std::uint64_t seed, std::uint64_t& whole) {
         });
     if (plain.frames != fast.frames || plain.stop != fast.stop || !same_samples ||
         plain.instructions != fast.instructions) {
-        std::fprintf(stderr, "seed %llu: plain \"%s\" after %zu, fast \"%s\" after %zu\n%s",
-                     static_cast<unsigned long long>(seed), plain.stop.c_str(), plain.frames,
-                     fast.stop.c_str(), fast.frames, hum::Listing(program).c_str());
+        const auto sample =
+            std::mismatch(plain.stereo.begin(), plain.stereo.end(), fast.stereo.begin()).first;
+        std::fprintf(
+            stderr,
+            "seed %llu: plain \"%s\" after %zu and %lld instructions, fast \"%s\" after %zu "
+            "and %lld, samples apart from %td\n%s",
+            static_cast<unsigned long long>(seed), plain.stop.c_str(), plain.frames,
+            static_cast<long long>(plain.instructions), fast.stop.c_str(), fast.frames,
+            static_cast<long long>(fast.instructions), sample - plain.stereo.begin(),
+            hum::Listing(program).c_str());
         std::abort();
     }
     if (plain.frames == kSamples) ++whole;
