@@ -80,6 +80,9 @@ public:
     base::Result<std::unique_ptr<Window>> OpenWindow(const zo::platform::WindowOptions&) override {
         return std::unique_ptr<Window>(std::make_unique<UnseenWindow>(life_, clock_));
     }
+    std::unique_ptr<zo::platform::AudioOutput> PlayAudio(zo::platform::AudioSource&) override {
+        return nullptr;
+    }
     zo::platform::Clock& SystemClock() override { return clock_; }
     base::Disk& SystemDisk() override { return disk_; }
     fs::path DataFolder() override { return folder_; }
