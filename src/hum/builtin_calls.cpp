@@ -94,7 +94,7 @@ float Comb(Runtime& runtime, float x, Address buffer, std::int32_t n, Address in
     std::uint32_t* word = RingWord(runtime, buffer, n, index);
     if (word == nullptr) return 0.0f;
     const float d = std::bit_cast<float>(*word);
-    *word = std::bit_cast<std::uint32_t>(x + feedback * d);
+    *word = FloatWord(x + feedback * d);
     return d;
 }
 
@@ -104,7 +104,7 @@ float AllPass(Runtime& runtime, float x, Address buffer, std::int32_t n, Address
     if (word == nullptr) return 0.0f;
     const float d = std::bit_cast<float>(*word);
     const float v = x + feedback * d;
-    *word = std::bit_cast<std::uint32_t>(v);
+    *word = FloatWord(v);
     return d - feedback * v;
 }
 

@@ -6,6 +6,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "hum/arithmetic.h"
 #include "hum/instruction.h"
 #include "machine_state.h"
 
@@ -17,7 +18,7 @@ struct Words {
     std::uint32_t* at;
 
     float operator[](std::uint32_t k) const { return std::bit_cast<float>(at[k]); }
-    void Set(std::uint32_t k, float value) const { at[k] = std::bit_cast<std::uint32_t>(value); }
+    void Set(std::uint32_t k, float value) const { at[k] = FloatWord(value); }
 };
 using State = Words<1>;
 

@@ -31,7 +31,7 @@ struct Simple {
     void LoadAt(In in) const { frame.i[in.rd] = static_cast<std::int32_t>(At(in)); }
     void StoreAt(In in) const { At(in) = static_cast<std::uint32_t>(frame.i[in.ra]); }
     void LoadfAt(In in) const { frame.f[in.rd] = std::bit_cast<float>(At(in)); }
-    void StorefAt(In in) const { At(in) = std::bit_cast<std::uint32_t>(frame.f[in.ra]); }
+    void StorefAt(In in) const { At(in) = FloatWord(frame.f[in.ra]); }
     void LeaAt(In in) const { frame.i[in.rd] = in.imm; }
     void Lea(In in) const { frame.i[in.rd] = hum::Add(frame.i[in.rb], in.imm); }
     void Fpget(In in) const {
@@ -131,7 +131,7 @@ bool EnterFunction(Runtime& runtime, Coroutine& co, const Instruction& in,
         *to++ = k < kIntRegisters ? static_cast<std::uint32_t>(caller.i[k]) : 0;
     }
     for (std::uint32_t k = call.rb; k < call.rb + std::uint32_t{in.rb}; ++k) {
-        *to++ = k < kFloatRegisters ? std::bit_cast<std::uint32_t>(caller.f[k]) : 0;
+        *to++ = k < kFloatRegisters ? FloatWord(caller.f[k]) : 0;
     }
     frame.address = co.stack;
     frame.i[kFrameRegister] = static_cast<std::int32_t>(co.stack);
@@ -298,7 +298,7 @@ at_CallBad:
 #define HUM_DO_Storef(in)      \
     address = HUM_TARGET(in);  \
     HUM_CHECK(Trouble::Store); \
-    memory[address] = std::bit_cast<std::uint32_t>(frame->f[(in).ra])
+    memory[address] = FloatWord(frame->f[(in).ra])
 #define HUM_ONE(name)               \
     at_##name : HUM_DO_##name(*ip); \
     HUM_NEXT(1);
@@ -397,7 +397,7 @@ at_Push:
     HUM_NEXT(1);
 at_Pushf:
     HUM_MUST(co.stack - co.stack_begin < kStackWords, Trouble::FrameOverflow);
-    memory[co.stack++] = std::bit_cast<std::uint32_t>(frame->f[ip->ra]);
+    memory[co.stack++] = FloatWord(frame->f[ip->ra]);
     HUM_NEXT(1);
 at_Pop:
     HUM_MUST(co.stack > frame->floor, Trouble::DamagedStack);
@@ -419,7 +419,7 @@ at_Svc:
 #define HUM_LOAD_INT frame->i[ip->rd] = static_cast<std::int32_t>(memory[address])
 #define HUM_LOAD_FLOAT frame->f[ip->rd] = std::bit_cast<float>(memory[address])
 #define HUM_STORE_INT memory[address] = static_cast<std::uint32_t>(frame->i[ip->rd])
-#define HUM_STORE_FLOAT memory[address] = std::bit_cast<std::uint32_t>(frame->f[ip->rd])
+#define HUM_STORE_FLOAT memory[address] = FloatWord(frame->f[ip->rd])
     HUM_ELEMENT(Aload, Element, Trouble::IntLoad, HUM_LOAD_INT)
     HUM_ELEMENT(Aloadf, Element, Trouble::FloatLoad, HUM_LOAD_FLOAT)
     HUM_ELEMENT(Astore, Element, Trouble::Store, HUM_STORE_INT)

@@ -258,7 +258,7 @@ bool Interpreter::StepControl(const Instruction& in, Frame& frame) {
         case Op::Push:
             return Push(static_cast<std::uint32_t>(frame.i[in.ra]));
         case Op::Pushf:
-            return Push(std::bit_cast<std::uint32_t>(frame.f[in.ra]));
+            return Push(FloatWord(frame.f[in.ra]));
         case Op::Pop:
             if (!Pop(frame, word)) return false;
             frame.i[in.rd] = static_cast<std::int32_t>(word);
@@ -340,7 +340,7 @@ bool Interpreter::Enter(const Instruction& in, Frame& frame) {
         *to++ = k < kIntRegisters ? static_cast<std::uint32_t>(caller.i[k]) : 0;
     }
     for (std::uint32_t k = call.rb; k < call.rb + std::uint32_t{in.rb}; ++k) {
-        *to++ = k < kFloatRegisters ? std::bit_cast<std::uint32_t>(caller.f[k]) : 0;
+        *to++ = k < kFloatRegisters ? FloatWord(caller.f[k]) : 0;
     }
     frame.address = co_.stack;
     frame.i[kFrameRegister] = static_cast<std::int32_t>(co_.stack);

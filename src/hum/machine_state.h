@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "hum/arithmetic.h"
 #include "hum/instruction.h"
 #include "hum/instruments.h"
 #include "hum/machine.h"
@@ -99,9 +100,7 @@ struct Runtime {
         return InMemory(address) && words <= size - address;
     }
     float Float(std::uint32_t address) const { return std::bit_cast<float>(memory[address]); }
-    void SetFloat(std::uint32_t address, float value) {
-        memory[address] = std::bit_cast<std::uint32_t>(value);
-    }
+    void SetFloat(std::uint32_t address, float value) { memory[address] = FloatWord(value); }
     // Always false, so that a check can end with `return Fail(...)`.
     bool Fail(Trouble what, std::uint32_t address = 0) {
         trouble = what;

@@ -94,6 +94,24 @@ TEST_CASE("hand-written code that breaks a rule is stopped with its message") {
     }
 }
 
+TEST_CASE("what is not a number has one pattern in memory, whichever pattern it came with") {
+    hum::Program program;
+    REQUIRE_FALSE(hum::Assemble("",
+                                ".master\nlf rd=0 ra=0 rb=0 imm=-4194304\nlf rd=1 ra=0 rb=0 "
+                                "imm=2143289345\naddf f1, f1, f0\nstoref [0x150], f0\nload i0, "
+                                "[0x150]\npushf f1\npop i1\nxor i1, i1, i0\nli i2, "
+                                "2143289344\nsub i0, i0, i2\nor i0, i0, i1\ni2f f0, i0\nstoref "
+                                "[0x20], f0\nhalt\n",
+                                program));
+    for (const hum::Engine engine : kEngines) {
+        hum::Machine machine(program, {.engine = engine});
+        std::vector<float> stereo(2, 1.0f);
+        machine.Start();
+        machine.Run(stereo);
+        CHECK(stereo[0] == 0.0f);
+    }
+}
+
 TEST_CASE("the limit of a resume is exact to a loop's turn") {
     // Two instructions a turn.
     hum::Program program;

@@ -55,4 +55,10 @@ inline std::int32_t ToInt(float value) {
     return static_cast<std::int32_t>(value);
 }
 
+// A float as a word of memory. What is not a number has one pattern there, so that no program sees
+// which of two such operands a processor keeps, or with which sign.
+inline std::uint32_t FloatWord(float value) {
+    return value == value ? std::bit_cast<std::uint32_t>(value) : 0x7FC00000u;
+}
+
 }  // namespace hum
