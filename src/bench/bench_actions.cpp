@@ -226,7 +226,6 @@ void Bench::OpenPage(std::string_view page) {
 
 // Before the first close there is no board to go to.
 void Bench::Leave() {
-    shell_.Sound().Play(Effect::Leave);
     const bool has_board = stage_ > 0 && shell_.Offers(Place::Board);
     shell_.Open(has_board ? Place::Board : Place::Title, loaded_.ticket.id);
 }

@@ -59,6 +59,7 @@ void Bench::RunCommandLine(std::string_view line) {
     const auto commands = LineCommands();
     const auto found = std::ranges::find(commands, line, &LineCommand::name);
     if (found == commands.end()) {
+        shell_.Sound().Play(Effect::Alert);
         shell_.SetStatus("Not a bench command: :" + std::string(line), Alert::Yes);
         return;
     }

@@ -268,7 +268,6 @@ void Board::OpenTicket() {
     const Entry* entry = EntryChosen();
     if (entry == nullptr) return;
     if (IsOpen(*entry)) {
-        shell_.Sound().Play(Effect::Open);
         shell_.Progress().current = entry->Id();
         shell_.SaveProgress();
         shell_.Open(Place::Bench, entry->Id());
@@ -320,7 +319,9 @@ void Board::DescribeFrame(FrameRecord& record) const {
     const TicketCount count = CountTickets(shell_);
     record.place = base::Format("%d of %d tickets closed", count.closed, count.all);
     record.standing_alert = !shell_.SaveFailure().empty();
-    record.standing = record.standing_alert ? shell_.SaveFailure() : StandingText();
+    record.standing = record.standing_alert ? shell_.SaveFailure()
+                      : IsOnTop()           ? StandingText()
+                                            : std::string();
     record.right = ChosenHint();
     const Entry* entry = EntryChosen();
     const bool opens = focus_.Has(kShifts) || (entry != nullptr && IsOpen(*entry));
@@ -341,6 +342,12 @@ bool Board::Key(const KeyPress& key) {
         return focus_.Key(key) || KeyInPane(key);
     }
     return true;
+}
+
+// A shift is gone to with its tickets, so that one number can tell all three apart.
+int Board::Highlight() const {
+    constexpr int kMostRows = 100;
+    return (focus_.At() * kMostRows + shifts_.Chosen()) * kMostRows + tickets_.Chosen();
 }
 
 bool Board::KeyInPane(const KeyPress& key) {

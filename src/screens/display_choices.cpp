@@ -24,6 +24,11 @@ void SetTheme(Settings& settings, int chosen) {
 
 }  // namespace
 
+void ChangeAloud(Shell& shell, const SettingsChange& change) {
+    shell.ChangeSettings(change);
+    shell.Sound().Play(Effect::Toggle);
+}
+
 DisplayChoice LookChoice(const Shell& shell) {
     const int chosen = shell.Settings().modern_look ? 1 : 0;
     return {"Loo~k~",  kLooks,

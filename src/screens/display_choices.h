@@ -7,6 +7,9 @@
 
 namespace Kest {
 
+// A change by the player, which is heard.
+void ChangeAloud(Shell& shell, const SettingsChange& change);
+
 // A setting of the display with a few values side by side, as it stands now.
 struct DisplayChoice {
     std::string_view label;

@@ -127,7 +127,8 @@ std::unique_ptr<Screen> MakeAchievements(Shell& shell) {
             {.text = std::string(achievement.description),
              .role = has ? Role::Dialog : Role::DialogDim,
              .label = Padded((has ? "√ " : "  ") + std::string(achievement.title), kTitleCells),
-             .label_role = has ? Role::Dialog : Role::DialogDim});
+             .label_role = has ? Role::Dialog : Role::DialogDim,
+             .wrap = zo::ui::Wrap::Even});
     }
     const std::string title =
         base::Format("ACHIEVEMENTS ─ %zu of %zu", earned.size(), Achievements().size());

@@ -98,16 +98,17 @@ Slider SliderOf(const OptionRow& row, const Settings& settings) {
 }
 
 void SetSpeed(Shell& shell, int speed) {
-    shell.ChangeSettings([speed](Settings& settings) { settings.run_speed = speed; });
+    ChangeAloud(shell, [speed](Settings& settings) { settings.run_speed = speed; });
 }
 
 void SetVolume(const OptionRow& row, Shell& shell, int percent) {
-    shell.ChangeSettings(
-        [&](Settings& settings) { settings.*row.volume = static_cast<float>(percent) / 100; });
+    ChangeAloud(shell, [&](Settings& settings) {
+        settings.*row.volume = static_cast<float>(percent) / 100;
+    });
 }
 
 void SetChoice(const DisplayChoice& choice, Shell& shell, int chosen) {
-    shell.ChangeSettings([&](Settings& settings) { choice.set(settings, chosen); });
+    ChangeAloud(shell, [&](Settings& settings) { choice.set(settings, chosen); });
 }
 
 }  // namespace
@@ -133,9 +134,12 @@ bool IsAvailable(const OptionRow& row, const Shell& shell) {
 
 void StepOption(const OptionRow& row, Shell& shell, int by) {
     if (row.kind == OptionKind::Volume) {
-        SetVolume(row, shell, Stepped(SliderOf(row, shell.Settings()), by));
+        const Slider slider = SliderOf(row, shell.Settings());
+        const int to = Stepped(slider, by);
+        if (to != slider.percent) SetVolume(row, shell, to);
     } else if (row.kind == OptionKind::Speed) {
-        SetSpeed(shell, Stepped(SpeedChooser(shell), by));
+        const int to = Stepped(SpeedChooser(shell), by);
+        if (to != shell.Settings().run_speed) SetSpeed(shell, to);
     } else if (row.kind == OptionKind::Choice) {
         const DisplayChoice choice = row.choice(shell);
         const int last = static_cast<int>(choice.values.size()) - 1;
@@ -149,10 +153,10 @@ void SwitchOption(const OptionRow& row, Shell& shell) {
     if (!IsAvailable(row, shell)) return;
     if (row.kind == OptionKind::Coaching) {
         const bool on = !shell.Settings().Coaches();
-        shell.ChangeSettings([on](Settings& settings) { settings.coaching = on; });
+        ChangeAloud(shell, [on](Settings& settings) { settings.coaching = on; });
     } else if (row.on != nullptr) {
         const bool on = !(shell.Settings().*row.on);
-        shell.ChangeSettings([&](Settings& settings) { settings.*row.on = on; });
+        ChangeAloud(shell, [&](Settings& settings) { settings.*row.on = on; });
     } else {
         DoOption(row, shell);
     }

@@ -35,6 +35,7 @@ constexpr int kControlAt = 33;
 constexpr int kExplanationAt = 73;
 
 constexpr std::string_view kClose = "Close";
+constexpr double kRestSeconds = 0.4;
 
 constexpr zo::ui::KeyItem kKeys[] = {
     {.cap = "↑↓", .word = "Choose"},
@@ -56,6 +57,25 @@ const OptionRow& RowAt(int index) {
 
 Options::Options(Shell& shell, std::string_view row)
     : Screen(shell), chosen_(std::clamp(std::atoi(std::string(row).c_str()), 1, Count()) - 1) {}
+
+void Options::Entered() {
+    volumes_ = VolumesNow();
+}
+
+Options::Volumes Options::VolumesNow() const {
+    return {shell_.Settings().effects_volume, shell_.Settings().line_volume};
+}
+
+// Every step of a slider puts the tone off.
+void Options::Update(double now) {
+    if (VolumesNow() != volumes_) {
+        volumes_ = VolumesNow();
+        tone_at_ = now + kRestSeconds;
+    }
+    if (!tone_at_ || now < *tone_at_) return;
+    tone_at_.reset();
+    shell_.Sound().Play(Effect::TestTone);
+}
 
 // Where the pointer can stand.
 int Options::Stops() const {

@@ -81,12 +81,14 @@ const kp::BinderPage* Reader::Neighbour(int step) const {
 
 void Reader::GoTo(std::string_view page, int top) {
     RememberPlace();
+    if (page != trail_->Here().page) shell_.Sound().Play(Effect::Page);
     trail_->GoTo({.page = std::string(page), .top = top});
     ShowPage();
 }
 
 void Reader::GoBack(int step) {
     RememberPlace();
+    if (trail_->CanGo(step)) shell_.Sound().Play(Effect::Page);
     trail_->Go(step);
     ShowPage();
 }
@@ -253,6 +255,10 @@ bool Reader::Text(std::string_view utf8) {
 
 std::span<const PadKey> Reader::PadKeys() const {
     return kPadKeys;
+}
+
+int Reader::Highlight() const {
+    return focus_.Has(kPages) ? list_.Chosen() + 1 : 0;
 }
 
 std::optional<zo::ui::Rect> Reader::FocusedPane() const {

@@ -108,11 +108,8 @@ std::optional<double> Splash::NextFrameAt() const {
     return shell_.Settings().motion ? shell_.Now() : entered_at_ + kStartSeconds;
 }
 
-void Splash::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
+void Splash::Draw(Canvas& canvas, zo::ui::Pressables& /*pressables*/) {
     canvas.Fill(canvas.Area(), U' ', Role::Boot);
-    pressables.Add(canvas.Area()).press = [this](const zo::ui::PointerPress&) {
-        shell_.Open(Place::Title);
-    };
     Centred(canvas, canvas.Rows() - 2, kAnyKey);
     named_ = !stays_ && Seconds() >= kStartSeconds;
     if (named_) {
@@ -140,6 +137,10 @@ void Splash::DrawStart(Canvas& canvas) const {
 }
 
 bool Splash::Key(const zo::ui::KeyPress&) {
+    return AnyButton();
+}
+
+bool Splash::AnyButton() {
     shell_.Open(Place::Title);
     return true;
 }

@@ -181,7 +181,7 @@ void TextModeCard::DescribeFrame(FrameRecord& record) const {
 
 void TextModeCard::Choose(int row, int value) {
     const DisplayChoice choice = kChoiceOf[row](shell_);
-    shell_.ChangeSettings([&](Settings& settings) { choice.set(settings, value); });
+    ChangeAloud(shell_, [&](Settings& settings) { choice.set(settings, value); });
 }
 
 bool TextModeCard::MoveKey(const KeyPress& key) {

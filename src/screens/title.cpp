@@ -40,11 +40,9 @@ void Choose(Shell& shell, Place place) {
     if (place == Place::Title) {
         AskToExit(shell, "Exit to DOS?");
     } else if (place == Place::Bench) {
-        shell.Sound().Play(Effect::Open);
         const kp::LoadedTicket* ticket = shell.Unlocking().ContinueTicket();
         shell.Open(place, ticket ? ticket->ticket.id : std::string());
     } else {
-        if (place == Place::Board) shell.Sound().Play(Effect::Open);
         shell.Open(place);
     }
 }
@@ -92,7 +90,9 @@ void Title::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
 // What a failed save said stands here until the next save works.
 void Title::DescribeFrame(FrameRecord& record) const {
     record.standing_alert = !shell_.SaveFailure().empty();
-    record.standing = record.standing_alert ? shell_.SaveFailure() : menu_.ChosenHint();
+    record.standing = record.standing_alert ? shell_.SaveFailure()
+                      : IsOnTop()           ? std::string(menu_.ChosenHint())
+                                            : std::string();
     record.keys.assign(std::begin(kKeys), std::end(kKeys));
 }
 

@@ -38,7 +38,7 @@ ConfirmDialog::ConfirmDialog(Shell& shell, Contents contents)
     std::vector<zo::ui::ButtonRow::Item> items;
     for (int button = 0; button < static_cast<int>(contents_.buttons.size()); ++button) {
         items.push_back({.label = contents_.buttons[static_cast<std::size_t>(button)],
-                         .act = [this, button] { Answer(button); }});
+                         .act = [this, button] { Answer(button, SoundOf(button)); }});
     }
     dialog_.buttons.Set(std::move(items), contents_.focused);
 }
@@ -58,15 +58,25 @@ void ConfirmDialog::DescribeFrame(FrameRecord& record) const {
 
 bool ConfirmDialog::Key(const KeyPress& key) {
     if (key.Is(Key::Escape)) {
-        Answer(static_cast<int>(contents_.buttons.size()) - 1);
+        Answer(LastButton(), Effect::Back);
         return true;
     }
     return dialog_.Key(key);
 }
 
+int ConfirmDialog::LastButton() const {
+    return static_cast<int>(contents_.buttons.size()) - 1;
+}
+
+// The last of two buttons leaves everything as it was.
+Effect ConfirmDialog::SoundOf(int button) const {
+    if (button > 0 && button == LastButton()) return Effect::Back;
+    return button == contents_.focused ? Effect::Open : Effect::Click;
+}
+
 // Closed first, so that the answer may open the next screen.
-void ConfirmDialog::Answer(int button) {
-    shell_.Sound().Play(button == contents_.focused ? Effect::Open : Effect::Back);
+void ConfirmDialog::Answer(int button, Effect sound) {
+    shell_.Sound().Play(sound);
     shell_.CloseOverlay();
     if (contents_.answered) contents_.answered(button);
 }

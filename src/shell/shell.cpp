@@ -212,13 +212,23 @@ bool Shell::Offers(Place place) const {
 void Shell::Open(Place place, std::string_view about) {
     if (!Offers(place)) return;
     std::unique_ptr<Screen> screen = parts_.places[static_cast<std::size_t>(place)](*this, about);
+    const Effect sound = SoundOfGoing(place);
+    if (sound != Effect::None) Sound().Play(sound);
     if (IsOverlay(place)) {
-        Sound().Play(place == Place::Binder ? Effect::Page : Effect::Menu);
         Push(std::move(screen));
     } else {
-        if (place != Place::Title) Sound().Play(Effect::Open);
         SwitchTo(std::move(screen));
     }
+}
+
+// The way back from the bench is heard, not where it leads.
+Effect Shell::SoundOfGoing(Place to) const {
+    if (to == Place::Binder) return Effect::Page;
+    if (IsOverlay(to)) return Effect::Menu;
+    if (to == Place::Bench) return Effect::Open;
+    if (current_ && current_->Name() == "bench") return Effect::Leave;
+    if (to == Place::Board) return Effect::Open;
+    return overlays_.empty() ? Effect::None : Effect::Back;
 }
 
 void Shell::SwitchTo(std::unique_ptr<Screen> screen) {
@@ -265,6 +275,10 @@ void Shell::StackChanged() {
     redraw_ = true;
 }
 
+bool Screen::IsOnTop() const {
+    return shell_.Top() == this;
+}
+
 Screen* Shell::Top() const {
     return overlays_.empty() ? current_.get() : overlays_.back().get();
 }
@@ -288,6 +302,7 @@ void Shell::Ask(Question question) {
 }
 
 void Shell::Notice(std::string title, std::string message, std::function<void()> action) {
+    Sound().Play(Effect::Menu);
     const auto answered = [act = std::move(action)](int) {
         if (act) act();
     };

@@ -1,6 +1,4 @@
-#include <algorithm>
 #include <cmath>
-#include <iterator>
 
 #include "shell/shell.h"
 
@@ -25,12 +23,6 @@ bool IsCloseKey(const KeyPress& key) {
     return key.key == Key::F4 && key.with == zo::ui::Modifiers{.alt = true};
 }
 
-bool MovesHighlight(const KeyPress& key) {
-    constexpr Key kMoves[] = {Key::Up,   Key::Down,   Key::Left,     Key::Right, Key::Tab,
-                              Key::Home, Key::PageUp, Key::PageDown, Key::End};
-    return std::ranges::find(kMoves, key.key) != std::end(kMoves);
-}
-
 template <class... Handlers>
 struct Overloaded : Handlers... {
     using Handlers::operator()...;
@@ -45,6 +37,8 @@ void Shell::Handle(const InputEvent& event) {
     now_ = parts_.clock.Seconds();
     UpdateScreens();
     redraw_ |= blink_.Stir(now_);
+    const Screen* const top = Top();
+    const int highlight = top ? top->Highlight() : 0;
     std::visit(Overloaded{
                    [&](const KeyPress& key) { HandleKey(key); },
                    [&](const zo::ui::TextInput& input) { HandleText(input.text); },
@@ -62,6 +56,8 @@ void Shell::Handle(const InputEvent& event) {
                    [&](const zo::ui::CloseRequested&) { Quit(); },
                },
                event);
+    const bool stays = top && top == Top() && !pending_;
+    if (stays && top->Highlight() != highlight) Sound().Play(Effect::Move);
 }
 
 // What was held when another window took the keyboard is let go there, unheard.
@@ -89,9 +85,7 @@ void Shell::HandleKey(const KeyPress& key) {
     Screen* top = Top();
     if (!top || pending_) return;
     const bool types = key.key == Key::Character && !key.with.control && !key.with.alt;
-    const bool moves = MovesHighlight(key) && top->HasHighlight();
     const bool used = top->Key(key);
-    if (used && moves) Sound().Play(Effect::Move);
     drop_text_ = used && types;
 }
 
@@ -130,6 +124,7 @@ void Shell::HandlePointer(const PointerInput& pointer) {
             changed = pressables_.Wheel(at, pointer.wheel, pointer.with);
             break;
         case PointerAction::Press:
+            if (Top() && Top()->AnyButton()) return;
             if (pointer.button == kLeftButton) {
                 changed = pressables_.Press({at, pointer.clicks, pointer.with});
             } else if (pointer.button == kMiddleButton) {

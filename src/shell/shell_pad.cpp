@@ -46,7 +46,8 @@ const KeyPress* FindKey(std::span<const PadKey> keys, PadButton button) {
 }  // namespace
 
 void Shell::HandlePad(const zo::ui::PadPress& press) {
-    const Screen* top = Top();
+    Screen* const top = Top();
+    if (top && !pending_ && top->AnyButton()) return;
     const KeyPress* key = top ? FindKey(top->PadKeys(), press.button) : nullptr;
     if (!key) key = FindKey(kPadKeys, press.button);
     if (!key) return ScrollByPad(press.button);

@@ -45,11 +45,20 @@ TEST_CASE("every deed on the bench is heard once, and bytes where a run can be f
         {"<F8>", "9 17", 4},                   //
         {"<Ctrl+1>", "18"},                    //
         {"<F8>", "9 16", 4},                   // closed
+        {"<Right>", "3"},                      // in the results
+        {"<Esc>", "4"},                        //
     };
     for (const Row& row : rows) {
         CAPTURE(row.keys);
         CHECK(Heard(game, row.keys, row.wait) == row.heard);
     }
+}
+
+TEST_CASE("a command that is none sounds an alarm") {
+    support::Game game(160, 50, 3);
+    game.shell.OverrideSettings([](Kest::Settings& settings) { settings.vi_keys = true; });
+    game.Visit("1-01-echo");
+    CHECK(Heard(game, ":q7<Enter>") == "6 6 6 15 7");
 }
 
 TEST_CASE("music goes with what the bench does") {

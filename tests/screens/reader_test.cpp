@@ -1,7 +1,6 @@
 // The binder as a player reads it. More steps of scenes:
 //
 //     open timer                the reader, at a page or where it was left
-//     pad LeftTrigger           a button of the controller
 //     read lc1 frames           the pages that count as read
 
 #include "screens/reader.h"
@@ -39,12 +38,6 @@ Places ReaderPlaces() {
     return places;
 }
 
-void PressPad(Game& game, std::string_view name) {
-    game.Handle(zo::ui::PadPress{.button = name == "LeftTrigger" ? zo::ui::PadButton::LeftTrigger
-                                                                 : zo::ui::PadButton::RightTrigger,
-                                 .repeat = false});
-}
-
 std::string Read(const Game& game) {
     std::string ids;
     for (const std::string& id : game.shell.Progress().binder_seen) {
@@ -63,8 +56,6 @@ TEST_CASE("the reader shows its scenes") {
             if (step.key == "open") {
                 game.shell.Open(Place::Binder, step.value);
                 game.Draw();
-            } else if (step.key == "pad") {
-                PressPad(game, step.value);
             } else if (step.key == "read") {
                 CHECK(Read(game) == step.value);
             } else if (!fake::Play(game, step)) {

@@ -182,3 +182,7 @@ TEST_CASE("splash, card, credits and achievements show their scenes") {
 TEST_CASE("the options show their scenes") {
     PlayScenes("screens/options.txt");
 }
+
+TEST_CASE("controller, pointer and what is heard play their scenes") {
+    PlayScenes("screens/controls.txt");
+}

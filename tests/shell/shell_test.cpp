@@ -5,8 +5,6 @@
 //     now a                     the topmost screen before the next frame
 //     a unsaved cannot write x  what is true of the screen a, see Probe::Set()
 //     key F5                    as it comes, between two frames
-//     pad A                     a button of the controller, by its name in kPad
-//     point 11,5                the pointer, nothing pressed
 //     hold 11,5 / let-go 11,5   its button goes down; and up
 //     idle 10                   seconds pass and no frame is due
 //     focus no / minimise / expose / resize 600x380
@@ -161,19 +159,6 @@ const std::map<std::string, bool Settings::*> kSwitches = {
     {"large", &Settings::large_text},
 };
 
-const std::map<std::string, zo::ui::PadButton> kPad = {
-    {"Up", zo::ui::PadButton::Up},
-    {"A", zo::ui::PadButton::A},
-    {"B", zo::ui::PadButton::B},
-    {"X", zo::ui::PadButton::X},
-    {"Y", zo::ui::PadButton::Y},
-    {"LB", zo::ui::PadButton::LeftShoulder},
-    {"RB", zo::ui::PadButton::RightShoulder},
-    {"RT", zo::ui::PadButton::RightTrigger},
-    {"Start", zo::ui::PadButton::Start},
-    {"stick-down", zo::ui::PadButton::RightStickDown},
-};
-
 using Deed = std::function<void(Stage&, const std::string&)>;
 
 const std::map<std::string, Deed> kDeeds = {
@@ -181,9 +166,6 @@ const std::map<std::string, Deed> kDeeds = {
     {"switch", [](Stage& s, const std::string& name) { s.game.shell.SwitchTo(s.Make(name)); }},
     {"a", [](Stage& s, const std::string& words) { s.a->Set(words); }},
     {"key", [](Stage& s, const std::string& name) { s.game.shell.Handle(fake::KeyNamed(name)); }},
-    {"pad",
-     [](Stage& s, const std::string& name) { s.game.Handle(zo::ui::PadPress{kPad.at(name)}); }},
-    {"point", [](Stage& s, const std::string& at) { s.Point(at, zo::ui::PointerAction::Move); }},
     {"hold", [](Stage& s, const std::string& at) { s.Point(at, zo::ui::PointerAction::Press); }},
     {"let-go",
      [](Stage& s, const std::string& at) { s.Point(at, zo::ui::PointerAction::Release); }},

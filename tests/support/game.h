@@ -77,17 +77,20 @@ struct Game {
         for (const zo::ui::InputEvent& event : Keys(script)) Handle(event);
         shell.Advance();
     }
-    void Click(zo::ui::Point at) {
+    // The pointer at a cell.
+    void Point(zo::ui::Point at, zo::ui::PointerAction action, int button = 1, int wheel = 0) {
         const zo::ui::Grid& grid = shell.Grid();
-        zo::ui::PointerInput pointer = {
-            .action = zo::ui::PointerAction::Press,
+        Handle(zo::ui::PointerInput{
+            .action = action,
             .x = grid.LeftPixels() + at.x * grid.cell_width + grid.cell_width / 2,
             .y = grid.RowTop(at.y) + 1,
-            .button = 1,
-            .with = {}};
-        Handle(pointer);
-        pointer.action = zo::ui::PointerAction::Release;
-        Handle(pointer);
+            .button = button,
+            .wheel = wheel,
+            .with = {}});
+    }
+    void Click(zo::ui::Point at, int button = 1) {
+        Point(at, zo::ui::PointerAction::Press, button);
+        Point(at, zo::ui::PointerAction::Release, button);
     }
     void Wait(double seconds) {
         system.clock.seconds += seconds;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/utf.h"
@@ -29,6 +31,30 @@ inline zo::ui::KeyPress KeyNamed(std::string_view name) {
     const char32_t c = base::NextCodePoint(name == "Space" ? " " : name, at);
     key.character = c >= U'A' && c <= U'Z' ? c - U'A' + U'a' : c;
     return key;
+}
+
+// A button of the controller by a short name.
+inline zo::ui::PadButton PadNamed(std::string_view name) {
+    using zo::ui::PadButton;
+    constexpr std::pair<std::string_view, PadButton> kNames[] = {
+        {"Up", PadButton::Up},
+        {"Down", PadButton::Down},
+        {"Left", PadButton::Left},
+        {"Right", PadButton::Right},
+        {"A", PadButton::A},
+        {"B", PadButton::B},
+        {"X", PadButton::X},
+        {"Y", PadButton::Y},
+        {"LB", PadButton::LeftShoulder},
+        {"RB", PadButton::RightShoulder},
+        {"LT", PadButton::LeftTrigger},
+        {"RT", PadButton::RightTrigger},
+        {"Start", PadButton::Start},
+        {"Back", PadButton::Back},
+        {"stick-up", PadButton::RightStickUp},
+        {"stick-down", PadButton::RightStickDown},
+    };
+    return std::ranges::find(kNames, name, [](const auto& row) { return row.first; })->second;
 }
 
 // What a keyboard sends: plain characters as a key and as text, names in angle brackets as keys

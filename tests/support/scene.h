@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdio>
+#include <utility>
 
 #include "support/cases.h"
 #include "support/game.h"
@@ -8,12 +10,17 @@
 // Scenes: what a player does and what the game then shows, as cases in text files. Their steps:
 //
 //     keys rx a<Enter><F5>      named keys and typed characters
-//     click 56,1                a cell
+//     click 56,1                a cell; `right-click` with the other button
+//     drag 56,1 60,1            from a cell to another
+//     point 56,1                the pointer, nothing pressed
+//     wheel 56,1 -1             the wheel by so many steps
+//     pad A LT                  buttons of the controller, by their names in PadNamed()
 //     wait 0.25                 seconds
 //     show 46,1 34x8            the picture, or a part of it: its corner and its size
 //     row 17                    one row
 //     status Tick 4.            what the status line begins with; or the row, behind a bar
 //     keybar
+//     heard 3 21                the effects since the step before it that asked
 //     top bench                 the topmost screen
 //     close                     the topmost overlay
 //     capture errors            a capture's request; `refuse` for one that is not known
@@ -44,6 +51,33 @@ inline void CheckBar(const std::string& row, const support::Step& step) {
     }
 }
 
+inline bool PlayPointer(Game& game, const support::Step& step) {
+    using zo::ui::PointerAction;
+    constexpr std::string_view kKinds[] = {"click", "right-click", "drag", "point", "wheel"};
+    if (std::ranges::find(kKinds, step.key) == std::end(kKinds)) return false;
+    zo::ui::Point at;
+    zo::ui::Point to;
+    int steps = 0;
+    const char* const words = step.value.c_str();
+    REQUIRE(std::sscanf(words, "%d,%d %d,%d", &at.x, &at.y, &to.x, &to.y) >= 2);
+    (void)std::sscanf(words, "%*d,%*d %d", &steps);
+    if (step.key == "click") {
+        game.Click(at);
+    } else if (step.key == "right-click") {
+        game.Click(at, 3);
+    } else if (step.key == "point") {
+        game.Point(at, PointerAction::Move);
+    } else if (step.key == "wheel") {
+        game.Point(at, PointerAction::Wheel, 0, steps);
+    } else {
+        game.Point(at, PointerAction::Press);
+        game.Point(to, PointerAction::Move);
+        game.Point(to, PointerAction::Release);
+    }
+    game.shell.Advance();
+    return true;
+}
+
 // Plays a step; false when it is not one of these.
 inline bool Play(Game& game, const support::Step& step) {
     Kest::Shell& shell = game.shell;
@@ -51,10 +85,16 @@ inline bool Play(Game& game, const support::Step& step) {
     const std::string& value = step.value;
     if (step.key == "keys") {
         game.Press(value);
-    } else if (step.key == "click") {
-        zo::ui::Point at;
-        REQUIRE(std::sscanf(value.c_str(), "%d,%d", &at.x, &at.y) == 2);
-        game.Click(at);
+    } else if (step.key == "pad") {
+        std::string_view names = value;
+        while (!names.empty()) {
+            game.Handle(zo::ui::PadPress{.button = PadNamed(support::Cut(names, " "))});
+        }
+        shell.Advance();
+    } else if (PlayPointer(game, step)) {
+        return true;
+    } else if (step.key == "heard") {
+        CHECK(std::exchange(game.sounds.heard, {}) == value);
     } else if (step.key == "wait") {
         game.Wait(std::stod(value));
     } else if (step.key == "show") {

@@ -42,7 +42,6 @@ public:
     bool Key(const zo::ui::KeyPress& key) override;
     bool Text(std::string_view utf8) override;
     std::span<const PadKey> PadKeys() const override { return BenchPadKeys(); }
-    bool HasHighlight() const override { return false; }
     std::optional<MusicScene> Music() const override;
     base::Status SaveWork() override;
     // "empty", "errors", "completing", "finding", "selected", "running", "paused", "failed",

@@ -54,6 +54,7 @@ public:
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override;
+    int Highlight() const override { return buttons_.Focused(); }
 
 private:
     void DrawScores(zo::ui::Canvas& canvas, const zo::ui::Rect& box) const;

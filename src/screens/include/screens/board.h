@@ -19,6 +19,7 @@ public:
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override;
+    int Highlight() const override;
     std::optional<zo::ui::Rect> FocusedPane() const override;
     std::optional<MusicScene> Music() const override { return MusicScene::Board; }
     // "locked", "shifts", "ticket", "intro", "help".

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,11 +15,23 @@ public:
     Options(Shell& shell, std::string_view row);
 
     std::string_view Name() const override { return "options"; }
+    void Entered() override;
+    void Update(double now) override;
+    std::optional<double> NextFrameAt() const override { return tone_at_; }
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override;
+    int Highlight() const override { return chosen_; }
 
 private:
+    // What the test tone lets the player judge.
+    struct Volumes {
+        float effects = 0;
+        float line = 0;
+        bool operator==(const Volumes&) const = default;
+    };
+
+    Volumes VolumesNow() const;
     bool MoveKey(const zo::ui::KeyPress& key);
     bool LetterKey(char32_t letter);
     void Close();
@@ -30,6 +43,8 @@ private:
 
     bool wide_ = false;  // as drawn last: with the explanations and a button to close
     int chosen_;         // a row, or behind the last the button
+    Volumes volumes_;    // as changed last
+    std::optional<double> tone_at_ = std::nullopt;  // when the sliders have rested
 };
 
 }  // namespace Kest

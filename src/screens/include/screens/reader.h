@@ -28,6 +28,7 @@ public:
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override;
+    int Highlight() const override;
     bool Text(std::string_view utf8) override;
     std::span<const PadKey> PadKeys() const override;
     std::optional<zo::ui::Rect> FocusedPane() const override;

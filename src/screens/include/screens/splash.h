@@ -8,7 +8,7 @@
 namespace Kest {
 
 // The machine starts: a few lines type themselves, then the game's name stands where the title will
-// have it. Any key goes on.
+// have it. Any key or button goes on.
 class Splash final : public Screen {
 public:
     using Screen::Screen;
@@ -19,6 +19,7 @@ public:
     void DescribeFrame(FrameRecord& record) const override { record.bars = false; }
     std::optional<double> NextFrameAt() const override;
     bool Key(const zo::ui::KeyPress& key) override;
+    bool AnyButton() override;
     std::optional<MusicScene> Music() const override { return MusicScene::Title; }
     // "start" stays with the lines, all typed.
     bool CaptureRequest(std::string_view request) override;

@@ -15,6 +15,7 @@ public:
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override;
+    int Highlight() const override { return chosen_; }
 
 private:
     static constexpr int kChoices = 3;

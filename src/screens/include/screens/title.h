@@ -17,6 +17,7 @@ public:
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override { return menu_.Key(key); }
+    int Highlight() const override { return menu_.Chosen(); }
 
 private:
     void Fill();

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "music/effects.h"
 #include "shell/screen.h"
 
 namespace Kest {
@@ -24,9 +25,12 @@ public:
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override;
+    int Highlight() const override { return dialog_.buttons.Focused(); }
 
 private:
-    void Answer(int button);
+    int LastButton() const;
+    Effect SoundOf(int button) const;
+    void Answer(int button, Effect sound);
 
     Contents contents_;
     zo::ui::Dialog dialog_;

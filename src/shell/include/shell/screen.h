@@ -78,8 +78,11 @@ public:
     // it scrolls what is in the middle, where overlays are.
     virtual std::optional<zo::ui::Rect> FocusedPane() const { return std::nullopt; }
 
-    // Whether arrows and the like move a highlight here, which is heard.
-    virtual bool HasHighlight() const { return true; }
+    // A button of the mouse or the controller went down; true where any of them will do.
+    virtual bool AnyButton() { return false; }
+
+    // Where the highlight stands: a number that changes when it moves, which is heard.
+    virtual int Highlight() const { return 0; }
     // What the music is to go with; nothing for a small thing over a screen, which changes nothing.
     virtual std::optional<MusicScene> Music() const { return std::nullopt; }
 
@@ -89,6 +92,8 @@ public:
     virtual bool CaptureRequest(std::string_view /*request*/) { return false; }
 
 protected:
+    bool IsOnTop() const;
+
     Shell& shell_;
 };
 

@@ -172,6 +172,7 @@ private:
     void ApplySettings();
     void ChooseSounds();
     void ChooseMusic();
+    Effect SoundOfGoing(Place to) const;
     void UpdateScreens();
     void CommitSwitch();
     std::optional<double> NextScreenFrameAt() const;

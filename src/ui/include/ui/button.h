@@ -44,6 +44,7 @@ public:
     void Draw(Canvas& canvas, Pressables& pressables, const Rect& row,
               ButtonForm form = ButtonForm::Wide);
     int Cells() const;
+    int Focused() const { return focused_; }
     std::string_view FocusedHint() const;
 
 private:

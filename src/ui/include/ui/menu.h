@@ -27,6 +27,7 @@ public:
     bool Key(const KeyPress& key);
     // The items alone; the box is a dialog's, kWidth wide and Height() high.
     void Draw(Canvas& canvas, Pressables& pressables, const Rect& box);
+    int Chosen() const { return chosen_; }
     std::string_view ChosenHint() const;
 
 private:
