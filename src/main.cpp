@@ -10,6 +10,7 @@
 #include "platform/folders.h"
 #include "platform/sdl_audio.h"
 #include "platform/sdl_window.h"
+#include "terminal/terminal.h"
 
 namespace {
 
@@ -17,6 +18,7 @@ class DesktopSystem final : public zo::platform::System {
 public:
     base::Result<std::unique_ptr<zo::platform::Window>> OpenWindow(
         const zo::platform::WindowOptions& options) override {
+        if (options.in_terminal) return zo::term::OpenTerminal(options);
         return zo::platform::OpenSdlWindow(options, zo::gpu::MakeRenderer());
     }
     std::unique_ptr<zo::platform::AudioOutput> PlayAudio(

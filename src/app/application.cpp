@@ -96,7 +96,11 @@ int RunWindow(const LaunchOptions& options, const kp::Content& content,
     const bool full_screen =
         !options.windowed && LoadSettings(system.SystemDisk(), system.DataFolder()).full_screen;
     const base::Result<std::unique_ptr<zo::platform::Window>> window =
-        system.OpenWindow({.title = kTitle, .size = options.size, .full_screen = full_screen});
+        system.OpenWindow({.title = kTitle,
+                           .size = options.size,
+                           .full_screen = full_screen,
+                           .in_terminal = options.terminal,
+                           .speaks = options.speak});
     if (window) return Play(options, content, system, **window);
     std::fprintf(stderr, "%s\n", window.Message().c_str());
     return 1;

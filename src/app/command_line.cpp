@@ -52,6 +52,9 @@ constexpr Option kOptions[] = {
      [](Options& o, Word w) { o.large_text = w == "large"    ? 1
                                              : w == "normal" ? 0
                                                              : -1; }},
+    {"--terminal", nullptr, "play in this terminal", [](Options& o, Word) { o.terminal = true; }},
+    {"--speak", nullptr, "say what happens in plain lines on the error stream",
+     [](Options& o, Word) { o.speak = true; }},
     {"--vi", nullptr, "switch vi keys on for this run", [](Options& o, Word) { o.vi_keys = true; }},
     {"--closed", "COUNT", "treat so many tickets as closed; progress is not saved",
      [](Options& o, Word w) { o.closed = std::max(Integer(w), 0); }},

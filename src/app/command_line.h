@@ -23,6 +23,8 @@ struct LaunchOptions {
     int large_text = -1;       // -1 keeps the settings, 0 is Normal, 1 Large
     int closed = -1;           // tickets to treat as closed, -1 keeps the progress
     bool vi_keys = false;
+    bool terminal = false;
+    bool speak = false;
     std::optional<std::string> audio_render;  // the file for the rendered soundtrack
     bool fonts = false;
     bool help = false;

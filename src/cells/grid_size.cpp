@@ -143,6 +143,12 @@ Grid SizeGrid(const GridRequest& request) {
                               std::max(1, request.window.height)};
     Grid grid;
     grid.look = request.look;
+    if (request.in_cells) {
+        grid.columns = window.width;
+        grid.rows = window.height;
+        grid.cell_height = 1;
+        return grid;
+    }
     if (request.look == Look::Classic) {
         SizeClassic(grid, request, window);
     } else {

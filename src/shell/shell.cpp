@@ -93,6 +93,7 @@ void Shell::ApplySettings() {
     request_.look = settings_.modern_look ? zo::ui::Look::Modern : zo::ui::Look::Classic;
     request_.want_large = settings_.large_text;
     request_.nine_wide_face = parts_.nine_wide_face;
+    request_.in_cells = InCells();
     RebuildGrid();
     ChooseSounds();
 }

@@ -20,6 +20,7 @@ struct GridRequest {
     bool nine_wide_face = true;  // the face with glyphs nine font pixels wide is there
     float classic_scale = 1;     // 0.8 for the reduced classic grid
     float display_scale = 1;     // modern only: from the window's dots per inch
+    bool in_cells = false;       // the window's size is its columns and rows, as a terminal's is
 };
 
 struct Grid {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/disk.h"
@@ -33,6 +34,14 @@ public:
     // What is selected in any program, for the middle button. Systems without it have none.
     virtual std::string SelectedText() = 0;
     virtual void SetSelectedText(const std::string& text) = 0;
+
+    // Whether its size and its pointer count cells, as a terminal's do, and not pixels.
+    virtual bool InCells() const { return false; }
+    // The name of the key that gives the next one Ctrl, where the keyboard cannot send every key
+    // with it; else empty. A constant.
+    virtual std::string_view ControlPrefix() const { return {}; }
+    // Shows a line of the plain speech where the player is; false when it has no place for it.
+    virtual bool Say(std::string_view /*line*/) { return false; }
 };
 
 // Time. In automation it is virtual: nothing sleeps, and a frame is a sixtieth of a second.
@@ -47,6 +56,8 @@ struct WindowOptions {
     std::string title;
     ui::PixelSize size;
     bool full_screen = false;
+    bool in_terminal = false;  // in the terminal that the program was started from
+    bool speaks = false;       // lines will be said
 };
 
 // The system as the program sees it. main() hands in the one that joins the leaf rooms.

@@ -128,6 +128,8 @@ public:
     Kest::Unlocking Unlocking() const { return {parts_.content, progress_, settings_.open_all}; }
     bool IsPersistent() const { return parts_.persistent; }
     bool HasWindow() const { return parts_.window != nullptr; }
+    // A picture of cells is all that is seen, as in a terminal.
+    bool InCells() const { return parts_.window != nullptr && parts_.window->InCells(); }
     // Progress begins empty: neither the player's own nor a number of closed tickets is shown.
     bool IsFreshProfile() const { return !parts_.persistent && parts_.closed_override < 0; }
 
