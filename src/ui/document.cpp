@@ -21,17 +21,22 @@ void Document::Leave(const Selection& after) {
     if (redone_ > 0) steps_[redone_ - 1].after = after;
 }
 
+void Document::SetNoLineLeft(bool none) {
+    if (redone_ > 0) steps_[redone_ - 1].no_line_left = none;
+}
+
 TextPosition Document::Replace(TextPosition from, TextPosition to, std::u16string_view added) {
     if (!open_) {
         steps_.resize(redone_);
-        steps_.push_back({{}, before_, before_});
+        steps_.push_back({{}, before_, before_, NoLineLeft()});
         redone_ = steps_.size();
         open_ = true;
     }
-    Edit& edit =
-        steps_.back().edits.emplace_back(Edit{from, text_.Text(from, to), std::u16string(added)});
+    Edit& edit = steps_.back().edits.emplace_back(
+        Edit{from, text_.Text(from, to), std::u16string(added), to == text_.EndOf(to.line)});
     if (edit.removed == edit.added) return to;
     Apply(from, to, added);
+    steps_.back().no_line_left = false;
     return edit.NewEnd();
 }
 

@@ -17,6 +17,16 @@ struct Moment {
 
     bool Has(std::string_view part) const { return keys.find(part) != std::string_view::npos; }
     bool Repeats() const { return keys.ends_with('.'); }
+    bool HasAnyOf(std::string_view characters) const {
+        return keys.find_first_of(characters) != std::string_view::npos;
+    }
+    bool AimsForColumn() const {
+        return HasAnyOf("jkY") || Has("<Up>") || Has("<Down>") || Has("yy");
+    }
+    bool TextHasAnyOf(std::u16string_view characters) const {
+        return editor.Buffer().Text().find_first_of(characters) != std::u16string::npos;
+    }
+    bool Played(std::string_view part) const { return played.find(part) != std::string_view::npos; }
     bool RepeatsAnyOf(std::string_view characters) const {
         return Repeats() && played.find_first_of(characters) != std::string_view::npos;
     }
@@ -43,7 +53,8 @@ inline constexpr Difference kDifferences[] = {
     {"H, M and L, zt, zz and zb go by the rows in sight, which vim has none of here.", nullptr},
     {"gv selects the places that were selected last, whatever came before them since.", nullptr},
     {"g~, gu and gU change nothing where their motion takes nothing.", nullptr},
-    {"Brackets are brackets, in quotes and behind a backslash too.", nullptr},
+    {"Brackets are brackets, in quotes and behind a backslash too.",
+     [](const Moment& m) { return m.Has("%") && m.TextHasAnyOf(u"'\""); }},
     {"i' a' i\" a\" select around the caret alone, and nothing where more is selected.",
      [](const Moment& m) { return m.Selects() && (m.Has("'") || m.Has("\"")); }},
     {"{ in a text of one line goes to its start, not to its end.",
@@ -56,6 +67,10 @@ inline constexpr Difference kDifferences[] = {
      [](const Moment& m) { return m.Inserts() && m.AtTextEnd() && m.Has("<Del>"); }},
     {". behind $ in Visual mode acts from the caret to the line's end, not to its start.",
      [](const Moment& m) { return m.RepeatsAnyOf("vV") && m.RepeatsAnyOf("$_E"); }},
+    {"j and k aim for where the move before them ended. Vim may aim for the column of an earlier "
+     "|, "
+     "for nothing is drawn here between the keys.",
+     [](const Moment& m) { return m.AimsForColumn() && (m.Played("|") || m.Played("<Home>")); }},
     {". does not repeat an insertion that was typed in more than one place, and says so.",
      [](const Moment& m) { return m.Repeats() && m.moved_in_insertion; }},
 };

@@ -1,6 +1,7 @@
 #include "vi/commands.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace zo::ui::vi {
 namespace {
@@ -10,45 +11,6 @@ constexpr OperatorRow kOperators[] = {
     {U"y", Operator::Yank, U"y"},       {U">", Operator::Indent, U">"},
     {U"<", Operator::Outdent, U"<"},    {U"g~", Operator::SwapCase, U"~"},
     {U"gu", Operator::LowerCase, U"u"}, {U"gU", Operator::UpperCase, U"U"},
-};
-
-constexpr ActRow kNormalActs[] = {
-    // keys, act, changes the text, takes a character
-    {U"i", Act::Insert, true},
-    {U"a", Act::Append, true},
-    {U"I", Act::InsertAtText, true},
-    {U"A", Act::AppendAtEnd, true},
-    {U"o", Act::OpenBelow, true},
-    {U"O", Act::OpenAbove, true},
-    {U"r", Act::Replace, true, true},
-    {U"~", Act::SwapCase, true},
-    {U"J", Act::Join, true},
-    {U"gJ", Act::JoinTight, true},
-    {U"p", Act::Put, true},
-    {U"P", Act::PutBefore, true},
-    {U".", Act::Repeat},
-    {U"u", Act::Undo},
-    {U"\x19", Act::Redo},  // Ctrl+Y
-    {U"v", Act::Select},
-    {U"V", Act::SelectLines},
-    {U"gv", Act::SelectAgain},
-    {U":", Act::CommandLine},
-    {U"\x04", Act::HalfPageDown},  // Ctrl+D
-    {U"\x15", Act::HalfPageUp},    // Ctrl+U
-    {U"\x06", Act::PageDown},      // Ctrl+F
-    {U"\x02", Act::PageUp},        // Ctrl+B
-    {U"zt", Act::CaretToTop},
-    {U"zz", Act::CaretToMiddle},
-    {U"zb", Act::CaretToBottom},
-};
-
-constexpr ActRow kVisualActs[] = {
-    {U"v", Act::Select},           {U"V", Act::SelectLines},         {U"gv", Act::SelectAgain},
-    {U"o", Act::SwapEnds},         {U"r", Act::Replace, true, true}, {U"J", Act::Join, true},
-    {U"gJ", Act::JoinTight, true}, {U"p", Act::Put, true},           {U"P", Act::PutBefore, true},
-    {U":", Act::CommandLine},      {U"\x04", Act::HalfPageDown},     {U"\x15", Act::HalfPageUp},
-    {U"\x06", Act::PageDown},      {U"\x02", Act::PageUp},           {U"zt", Act::CaretToTop},
-    {U"zz", Act::CaretToMiddle},   {U"zb", Act::CaretToBottom},
 };
 
 // Keys that stand for others.
@@ -159,9 +121,12 @@ Parsed ParseBehindOperator(Reader& reader, Command& command) {
     return parsed;
 }
 
-Parsed ParseAct(Reader& reader, const ActRow* act, Command& command) {
-    command.act = act;
-    if (!act->takes_character) return Parsed::Complete;
+// Nothing when the keys are no act's.
+std::optional<Parsed> ParseAct(Reader& reader, std::span<const ActRow> acts, Command& command) {
+    command.act = reader.Take(acts);
+    if (!command.act) command.act = reader.Take(ActsInEitherMode());
+    if (!command.act) return std::nullopt;
+    if (!command.act->takes_character) return Parsed::Complete;
     return reader.TakeCharacter(command.character) ? Parsed::Complete : Parsed::Incomplete;
 }
 
@@ -171,7 +136,7 @@ Parsed ParseVisual(Reader& reader, Command& command) {
         command.lines = row->lines;
         return Parsed::Complete;
     }
-    if (const ActRow* act = reader.Take(kVisualActs)) return ParseAct(reader, act, command);
+    if (const auto parsed = ParseAct(reader, VisualActs(), command)) return *parsed;
     command.object = reader.Take(TextObjects());
     if (command.object) return Parsed::Complete;
     return ParseMotion(reader, command);
@@ -195,7 +160,7 @@ Parsed Parse(std::u32string_view keys, Mode mode, Command& command) {
         command.count = count;
         return parsed;
     }
-    if (const ActRow* act = reader.Take(kNormalActs)) return ParseAct(reader, act, command);
+    if (const auto parsed = ParseAct(reader, NormalActs(), command)) return *parsed;
     command.op = reader.Take(kOperators);
     return command.op ? ParseBehindOperator(reader, command) : ParseMotion(reader, command);
 }

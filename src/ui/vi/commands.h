@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -34,43 +35,33 @@ struct OperatorRow {
 
 const OperatorRow* RowOf(Operator op);
 
-// What is neither operator nor motion.
-enum class Act : std::uint8_t {
-    Insert,
-    Append,
-    InsertAtText,
-    AppendAtEnd,
-    OpenBelow,
-    OpenAbove,
-    Replace,
-    SwapCase,
-    Join,
-    JoinTight,
-    Put,
-    PutBefore,
-    Repeat,
-    Undo,
-    Redo,
-    Select,
-    SelectLines,
-    SelectAgain,
-    SwapEnds,
-    CommandLine,
-    HalfPageDown,
-    HalfPageUp,
-    PageDown,
-    PageUp,
-    CaretToTop,
-    CaretToMiddle,
-    CaretToBottom,
+// A stretch of the text: up to the place behind its last character, or the lines of both places.
+struct Region {
+    TextPosition from, to;
+    bool lines = false;
+    bool no_character = false;   // one was to be in it, but the line has none
+    int last_line = 0;           // of what Visual mode has selected
+    bool between_lines = false;  // a motion's, from one line's start to another's: yanked as lines
 };
 
+class Machine;
+struct Command;
+
+// What is neither operator nor motion.
 struct ActRow {
     std::u32string_view keys;
-    Act act;
+    // Whether it found anything to do. It may lower the count to the one that a repetition has.
+    bool (*perform)(Machine& machine, Command& command) = nullptr;
     bool changes = false;  // the text, so that `.` repeats it
     bool takes_character = false;
+    // In its place for what acts on a selection, and ends Visual mode.
+    void (*on_region)(Machine& machine, const Command& command, const Region& region) = nullptr;
+    bool erases_first = false;  // and that alone is repeated
 };
+
+std::span<const ActRow> ActsInEitherMode();
+std::span<const ActRow> NormalActs();
+std::span<const ActRow> VisualActs();
 
 // One command, read from its keys.
 struct Command {
@@ -85,6 +76,7 @@ struct Command {
 
     int Times() const { return count > 0 ? count : 1; }
     bool Changes() const { return op ? op->op != Operator::Yank : act && act->changes; }
+    bool TakesRegion() const { return op || (act && act->on_region); }
 };
 
 enum class Parsed : std::uint8_t { Incomplete, Unknown, NeedsText, Complete };

@@ -40,7 +40,7 @@ Wishes Machine::Type(Key key, View view) {
 
 void Machine::CommandKey(Key key) {
     if (key == kEscape) {
-        if (pending_.empty()) LeaveVisual();
+        if (pending_.empty()) EscapeVisual();
         pending_.clear();
         return;
     }
@@ -58,7 +58,7 @@ void Machine::CommandKey(Key key) {
             line_ = {key};
             return;
         case Parsed::Complete:
-            Run(command);
+            Run(std::move(command));
             break;
         case Parsed::Unknown:
             break;
@@ -66,43 +66,52 @@ void Machine::CommandKey(Key key) {
     pending_.clear();
 }
 
-void Machine::Run(const Command& command) {
+void Machine::Run(Command command) {
     if (read_only_ && command.Changes()) {
         wishes_.refused = true;
         LeaveVisual();
         return;
     }
     touched_ = false;
-    Change change{.command = command, .size = {}, .typed = {}};
-    if (const auto selected = Selection()) {
-        change.size = SizeOf(*selected);
-        // A put over a selection is repeated as the deletion that it begins with.
-        const bool puts =
-            command.act && (command.act->act == Act::Put || command.act->act == Act::PutBefore);
-        if (puts) {
-            change.command = {};
-            change.command.op = RowOf(Operator::Delete);
-        }
-    }
+    const auto selected = Selection();
+    const Size size = selected ? SizeOf(*selected) : Size{};
     if (!Execute(command)) return;
-    if (command.Changes()) last_change_ = std::move(change);
+    if (command.Changes()) {
+        if (command.act && command.act->erases_first) {
+            command = {};
+            command.op = RowOf(Operator::Delete);
+        }
+        last_change_ = Change{.command = command, .size = size, .typed = {}};
+    }
     if (mode_ != Mode::Insert && touched_) state_.document.Leave(state_.selection);
 }
 
-bool Machine::Execute(const Command& command) {
+bool Machine::Execute(Command& command) {
     if (IsVisual(mode_)) return ExecuteInVisual(command);
     if (command.op) return Operate(command);
-    return command.motion ? Move(command) : Perform(command);
+    return command.motion ? Move(command) : command.act->perform(*this, command);
 }
 
-bool Machine::ExecuteInVisual(const Command& command) {
+bool Machine::ExecuteInVisual(Command& command) {
     if (command.object) return SelectObject(command);
     if (command.motion) return Move(command);
-    if (!command.op) return PerformInVisual(command);
+    if (!command.TakesRegion()) return command.act->perform(*this, command);
     if (command.lines) mode_ = Mode::VisualLine;
     const Region region = *Selection();
     LeaveVisual();
     ActOn(command, region);
+    return true;
+}
+
+// What an operator or another command makes of a selection.
+void Machine::ActOn(const Command& command, const Region& region) {
+    if (command.op) return Apply(command.op->op, region, command.Times());
+    command.act->on_region(*this, command, region);
+}
+
+bool Machine::OpenCommandLine() {
+    LeaveVisual();
+    line_ = {U':'};
     return true;
 }
 
@@ -134,7 +143,7 @@ void Machine::Enter(const TypedLine& line) {
     Command command;
     Parse(std::exchange(pending_, {}), mode_, command);
     command.text = line.text;
-    Run(command);
+    Run(std::move(command));
 }
 
 // Motions.
@@ -156,17 +165,15 @@ std::optional<Target> Machine::Seek(const Command& command, Asker asker) {
 }
 
 bool Machine::Move(const Command& command) {
-    const int goal = state_.goal;
     const auto target = Seek(command, IsVisual(mode_) ? Asker::Selection : Asker::Caret);
     if (!target) return false;
-    Place(target->at);
-    SetGoal(target->goal, goal);
+    Go(*target);
     return true;
 }
 
-void Machine::SetGoal(Goal goal, int before) {
-    if (goal == Goal::Keep) state_.goal = before;
-    if (goal == Goal::LineEnd) state_.goal = kLineEnd;
+void Machine::Go(const Target& target) {
+    Place(target.at);
+    if (target.goal != kOwnColumn) state_.goal = target.goal;
 }
 
 void Machine::Place(TextPosition at) {
@@ -191,24 +198,44 @@ bool Machine::Page(const Command& command, int direction, bool whole) {
     return true;
 }
 
+bool Machine::WishCaretRow(CaretRow row) {
+    wishes_.caret_row = row;
+    return true;
+}
+
 // Visual mode.
 
-std::optional<Machine::Selected> Machine::Selection() const {
+std::optional<Region> Machine::Selection() const {
     if (!IsVisual(mode_)) return std::nullopt;
     const auto [from, last] = std::minmax({visual_start_, Caret()});
     const bool lines = mode_ == Mode::VisualLine;
     if (!lines) {
         const TextPosition behind = Text().After(last);
-        return Selected{from, behind, false, false, last.line};
+        return Region{from, behind, false, false, last.line};
     }
     // What acts on the lines leaves the caret where it is only when that is above where they began.
     const bool stays = Caret().line < visual_start_.line;
-    return Selected{{from.line, stays ? from.column : 0}, last, true, false, last.line};
+    return Region{{from.line, stays ? from.column : 0}, last, true, false, last.line};
 }
 
-void Machine::StartVisual(vi::Mode mode) {
+bool Machine::Select(vi::Mode mode) {
+    if (mode_ == mode) return LeaveVisual(), true;
     if (!IsVisual(mode_)) visual_start_ = Caret();
     mode_ = mode;
+    return true;
+}
+
+bool Machine::SelectAgain() {
+    if (!last_visual_) return false;
+    mode_ = last_visual_->mode;
+    visual_start_ = Text().Clamped(last_visual_->start);
+    Place(last_visual_->caret);
+    return true;
+}
+
+bool Machine::SwapEnds() {
+    Place(std::exchange(visual_start_, Caret()));
+    return true;
 }
 
 void Machine::SelectTo(TextPosition from, TextPosition to) {
@@ -226,7 +253,14 @@ void Machine::LeaveVisual() {
     mode_ = Mode::Normal;
     const int goal = state_.goal;
     Place(Caret());
-    if (Caret().column < goal && goal == kLineEnd) state_.goal = goal;
+    state_.goal = goal;
+}
+
+// By Esc, behind which j and k aim for the caret's column, whatever they aimed for before.
+void Machine::EscapeVisual() {
+    if (!IsVisual(mode_)) return;
+    LeaveVisual();
+    state_.goal = Caret().column;
 }
 
 std::optional<Extent> Machine::Find(const Command& command) const {
@@ -257,7 +291,7 @@ Machine::Size Machine::SizeOf(const Region& region) const {
 }
 
 // As much text from the caret on as was selected when the change was made.
-Machine::Region Machine::RegionOfSize(const Size& size) const {
+Region Machine::RegionOfSize(const Size& size) const {
     const TextPosition from = Caret();
     TextPosition last = {std::min(from.line + size.lines - 1, Text().LineCount() - 1), 0};
     const int start = size.lines > 1 ? 0 : from.column;
@@ -321,10 +355,8 @@ void Machine::InsertKey(Key key) {
     Parse(std::u32string(1, key), Mode::Normal, command);
     const auto target = Seek(command, Asker::Selection);  // may stand behind the last character
     if (!target) return;
-    const int goal = state_.goal;
     if (target->at.line != Caret().line) DropFreshIndent(state_);
-    PutCaret(state_, target->at);
-    SetGoal(target->goal, goal);
+    Go(*target);
     insertion_.moved = true;
     insertion_.repeatable = false;
     touched_ = false;
@@ -344,7 +376,6 @@ void Machine::MoveStart(TextPosition from) {
 void Machine::TypeKey(Key key) {
     Touch();
     const int lines = Text().LineCount();
-    const std::uint64_t before = state_.document.Revision();
     switch (key) {
         case kEnter:
             BreakLine(state_);
@@ -368,7 +399,6 @@ void Machine::TypeKey(Key key) {
             if (IsText(key)) InsertText(state_, TextOf(key));
             break;
     }
-    if (state_.document.Revision() != before) emptied_ = false;
     // A line's start that was joined to the line above takes the start of the insertion along.
     const bool joined = Text().LineCount() < lines;
     if (joined && Caret().line < insertion_.start.line) insertion_.start = Caret();
@@ -459,7 +489,6 @@ void Machine::Touch() {
 
 TextPosition Machine::Replace(TextPosition from, TextPosition to, std::u16string_view text) {
     Touch();
-    if (from != to || !text.empty()) emptied_ = false;
     return state_.document.Replace(from, to, text);
 }
 

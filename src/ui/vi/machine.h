@@ -44,15 +44,8 @@ public:
         return mode_ != vi::Mode::Normal || !pending_.empty() || line_.has_value();
     }
 
-    // The text that Visual mode has selected: up to the place behind its last character, or the
-    // lines of both places.
-    struct Selected {
-        TextPosition from, to;
-        bool lines = false;
-        bool no_character = false;  // one was to be in it, but the line has none
-        int last_line = 0;          // of what is selected
-    };
-    std::optional<Selected> Selection() const;
+    // What Visual mode has selected.
+    std::optional<Region> Selection() const;
     void SelectTo(TextPosition from, TextPosition to);  // Visual mode, as the mouse does
 
     // Text that comes from elsewhere into Insert mode, or into Normal mode at the caret.
@@ -64,7 +57,7 @@ public:
     void LeaveVisual();
 
 private:
-    using Region = Selected;
+    friend struct Acts;
 
     struct Yanked {
         std::u16string text;  // of lines: without the last one's end
@@ -100,6 +93,7 @@ private:
     };
 
     const TextBuffer& Text() const { return state_.Text(); }
+    bool Emptied() const { return state_.document.NoLineLeft(); }
     TextPosition Caret() const { return state_.Caret(); }
 
     void CommandKey(Key key);
@@ -107,15 +101,13 @@ private:
     void Enter(const TypedLine& line);
     void InsertKey(Key key);
 
-    // Each returns whether the command found anything to do.
-    bool Execute(const Command& command);
-    bool ExecuteInVisual(const Command& command);
-    void Run(const Command& command);
+    void Run(Command command);
+    // Each that returns it tells whether the command found anything to do.
+    bool Execute(Command& command);
+    bool ExecuteInVisual(Command& command);
     bool Move(const Command& command);
-    void SetGoal(Goal goal, int before);
+    void Go(const Target& target);
     bool Operate(const Command& command);
-    bool Perform(const Command& command);
-    bool PerformInVisual(const Command& command);
     void ActOn(const Command& command, const Region& region);
 
     std::optional<Target> Seek(const Command& command, Asker asker);
@@ -135,10 +127,15 @@ private:
     bool ReplaceCharacters(const Command& command);
     void ReplaceSelected(const Region& region, char32_t character);
     bool SwapCase(int times);
-    bool Join(int first, int lines, bool tight);
+    int LinesToJoin(int first, int wanted) const;
+    bool JoinCounted(Command& command, bool tight);
+    void JoinSelected(const Region& region, bool tight);
+    void Join(int first, int lines, bool tight);
     bool Put(int times, bool before);
     void PutOver(const Region& region, int times, bool keep);
     bool OpenLine(const Command& command, bool below);
+    bool OpenCommandLine();
+    bool WishCaretRow(CaretRow row);
     bool Page(const Command& command, int direction, bool whole);
     bool UndoSteps(int times, bool redo);
     void CaretBehind(const EditStep& step, bool redo);
@@ -152,7 +149,10 @@ private:
     void EraseBackTo(int column);
     void FinishInsert();
     void EndTyping();
-    void StartVisual(vi::Mode mode);
+    bool Select(vi::Mode mode);
+    bool SelectAgain();
+    bool SwapEnds();
+    void EscapeVisual();
     Size SizeOf(const Region& region) const;
     Region RegionOfSize(const Size& size) const;
 
@@ -172,7 +172,6 @@ private:
     Wishes wishes_;
     bool touched_ = false;  // the step of this command is open
     Searches searches_;
-    bool emptied_ = false;  // all lines were deleted, so that none is left to put others beside
     std::optional<Yanked> yanked_;
     Insertion insertion_;
     std::optional<Change> last_change_;

@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <limits>
+#include <span>
+#include <vector>
 
 #include "base/utf.h"
 #include "editing.h"
@@ -46,7 +48,7 @@ bool Machine::Operate(const Command& command) {
     return true;
 }
 
-std::optional<Machine::Region> Machine::RegionOf(const Command& command) {
+std::optional<Region> Machine::RegionOf(const Command& command) {
     if (command.lines) {
         const int last = Caret().line + command.Times() - 1;
         if (last > Caret().line && Caret().line + 1 == Text().LineCount()) return std::nullopt;
@@ -66,8 +68,7 @@ std::optional<Machine::Region> Machine::RegionOf(const Command& command) {
     const auto target = Seek(command, AskerOf(command.op->op));
     if (!target) return std::nullopt;
     if (target->failed) {
-        Place(target->at);
-        SetGoal(target->goal, state_.goal);
+        Go(*target);
         return std::nullopt;
     }
     const auto [from, to] = std::minmax({Caret(), target->at});
@@ -76,8 +77,7 @@ std::optional<Machine::Region> Machine::RegionOf(const Command& command) {
 
 // The text from one place to a later one. One that ends before a line's first character leaves that
 // line alone; and from a line's first text on it takes the lines whole.
-Machine::Region Machine::Between(TextPosition from, TextPosition last, Reach reach,
-                                 Operator op) const {
+Region Machine::Between(TextPosition from, TextPosition last, Reach reach, Operator op) const {
     if (reach == Reach::Lines) return {from, last, true};
     const auto in_indent = [&] { return from.column <= Text().Indent(from.line); };
     TextPosition to = last;
@@ -91,7 +91,12 @@ Machine::Region Machine::Between(TextPosition from, TextPosition last, Reach rea
         Text().Line(to.line).find_first_not_of(u' ', static_cast<std::size_t>(to.column)) ==
         std::u16string::npos;
     const bool whole = op == Operator::Delete && to.line > from.line && blank_behind && in_indent();
-    return {from, to, whole, reach == Reach::Inclusive && from == to};
+    return {
+        .from = from,
+        .to = to,
+        .lines = whole,
+        .no_character = reach == Reach::Inclusive && from == to,
+        .between_lines = reach == Reach::Exactly && !whole && from.column == 0 && to.column == 0};
 }
 
 void Machine::Apply(Operator op, const Region& region, int times) {
@@ -125,14 +130,16 @@ void Machine::Yank(const Region& region) {
     const TextPosition from = region.lines ? TextPosition{region.from.line, 0} : region.from;
     const TextPosition to = region.lines ? Text().EndOf(region.to.line) : region.to;
     yanked_ = Yanked{Text().Text(from, to), region.lines};
+    if (region.between_lines) yanked_ = Yanked{Text().Text(from, Text().Before(to)), true};
     Place(region.from);
 }
 
 void Machine::Delete(const Region& region) {
-    if (emptied_) return;
+    if (Emptied()) return;
     if (!region.lines && region.from == region.to) {
+        Place(region.from);
         if (!region.no_character) ChangeNothing();
-        return Place(region.from);
+        return;
     }
     Yank(region);
     if (!region.lines) {
@@ -147,14 +154,14 @@ void Machine::Delete(const Region& region) {
         Replace(Text().EndOf(first - 1), Text().End(), {});
     } else {
         Replace({0, 0}, Text().End(), {});
-        emptied_ = true;
+        state_.document.SetNoLineLeft(true);
     }
     PlaceAtText(first);
 }
 
 // Of whole lines one is left, with its indent.
 void Machine::ChangeText(const Region& region) {
-    if (emptied_) {
+    if (Emptied()) {
         ChangeNothing();
         return StartInsert(Caret(), 1);
     }
@@ -194,121 +201,6 @@ void Machine::MapCase(Operator op, TextPosition from, TextPosition to) {
 
 // The other commands.
 
-bool Machine::Perform(const Command& command) {
-    const TextPosition caret = Caret();
-    const int times = command.Times();
-    switch (command.act->act) {
-        case Act::Insert:
-            return StartInsert(caret, times), true;
-        case Act::Append:
-            return StartInsert(std::min(Text().After(caret), Text().EndOf(caret.line)), times),
-                   true;
-        case Act::InsertAtText:
-            return StartInsert({caret.line, Text().Indent(caret.line)}, times), true;
-        case Act::AppendAtEnd:
-            return StartInsert(Text().EndOf(caret.line), times), true;
-        case Act::OpenBelow:
-            return OpenLine(command, true);
-        case Act::OpenAbove:
-            return OpenLine(command, false);
-        case Act::Replace:
-            return ReplaceCharacters(command);
-        case Act::SwapCase:
-            return SwapCase(times);
-        case Act::Join:
-            return Join(caret.line, command.count, false);
-        case Act::JoinTight:
-            return Join(caret.line, command.count, true);
-        case Act::Put:
-            return Put(times, false);
-        case Act::PutBefore:
-            return Put(times, true);
-        case Act::Repeat:
-            return Repeat(command.count);
-        case Act::Undo:
-            return UndoSteps(times, false);
-        case Act::Redo:
-            return UndoSteps(times, true);
-        case Act::Select:
-            return StartVisual(Mode::Visual), true;
-        case Act::SelectLines:
-            return StartVisual(Mode::VisualLine), true;
-        case Act::SelectAgain:
-            if (!last_visual_) return false;
-            mode_ = last_visual_->mode;
-            visual_start_ = Text().Clamped(last_visual_->start);
-            return Place(last_visual_->caret), true;
-        case Act::SwapEnds:
-            return false;
-        case Act::CommandLine:
-            line_ = {U':'};
-            return true;
-        case Act::HalfPageDown:
-            return Page(command, 1, false);
-        case Act::HalfPageUp:
-            return Page(command, -1, false);
-        case Act::PageDown:
-            return Page(command, 1, true);
-        case Act::PageUp:
-            return Page(command, -1, true);
-        case Act::CaretToTop:
-            wishes_.caret_row = CaretRow::Top;
-            return true;
-        case Act::CaretToMiddle:
-            wishes_.caret_row = CaretRow::Middle;
-            return true;
-        case Act::CaretToBottom:
-            wishes_.caret_row = CaretRow::Bottom;
-            return true;
-    }
-    return false;
-}
-
-bool Machine::PerformInVisual(const Command& command) {
-    const Act act = command.act->act;
-    switch (act) {
-        case Act::Select:
-        case Act::SelectLines: {
-            const vi::Mode mode = act == Act::Select ? Mode::Visual : Mode::VisualLine;
-            if (mode_ == mode) return LeaveVisual(), true;
-            mode_ = mode;
-            return true;
-        }
-        case Act::SwapEnds: {
-            const TextPosition start = visual_start_;
-            visual_start_ = Caret();
-            return Place(start), true;
-        }
-        case Act::Replace:
-        case Act::Join:
-        case Act::JoinTight:
-        case Act::Put:
-        case Act::PutBefore: {
-            const Region region = *Selection();
-            LeaveVisual();
-            ActOn(command, region);
-            return true;
-        }
-        case Act::CommandLine:
-            LeaveVisual();
-            return Perform(command);
-        default:
-            return Perform(command);
-    }
-}
-
-// What an operator or another command makes of a selection.
-void Machine::ActOn(const Command& command, const Region& region) {
-    if (command.op) return Apply(command.op->op, region, command.Times());
-    const Act act = command.act->act;
-    if (act == Act::Replace) return ReplaceSelected(region, command.character);
-    if (act == Act::Put || act == Act::PutBefore) {
-        return PutOver(region, command.Times(), act == Act::PutBefore);
-    }
-    Place(region.from);
-    Join(region.from.line, region.last_line - region.from.line + 1, act == Act::JoinTight);
-}
-
 bool Machine::OpenLine(const Command& command, bool below) {
     const int line = Caret().line;
     const int indent = Text().Indent(line);
@@ -344,7 +236,9 @@ bool Machine::ReplaceCharacters(const Command& command) {
 }
 
 void Machine::ReplaceSelected(const Region& region, char32_t character) {
-    if (!IsText(character)) return;
+    const bool nothing = Emptied() || (!region.lines && region.from == region.to);
+    Place(region.from);
+    if (!IsText(character) || nothing) return;
     const TextPosition from = region.lines ? TextPosition{region.from.line, 0} : region.from;
     const TextPosition to = region.lines ? Text().EndOf(region.to.line) : region.to;
     std::u16string one;
@@ -353,7 +247,6 @@ void Machine::ReplaceSelected(const Region& region, char32_t character) {
     for (TextPosition at = from; at < to; at = Text().After(at)) {
         text += Text().At(at) == 0 ? u"\n" : one;
     }
-    Place(region.from);
     Replace(from, to, text);
     Place(from);
 }
@@ -367,14 +260,34 @@ bool Machine::SwapCase(int times) {
     return Place(to), true;
 }
 
+// How many there are to become one; none when a single line was to be joined to nothing.
+int Machine::LinesToJoin(int first, int wanted) const {
+    wanted = std::max(wanted, 2);
+    const int there = Text().LineCount() - first;
+    return wanted == 2 && there < 2 ? 0 : std::min(wanted, there);
+}
+
+bool Machine::JoinCounted(Command& command, bool tight) {
+    const int line = Caret().line;
+    const int lines = LinesToJoin(line, command.Times());
+    if (lines == 0) return false;
+    command.count = lines;
+    Join(line, lines, tight);
+    return true;
+}
+
+void Machine::JoinSelected(const Region& region, bool tight) {
+    const int first = region.from.line;
+    Place(region.from);
+    const int lines = LinesToJoin(first, region.last_line - first + 1);
+    if (lines > 0) Join(first, lines, tight);
+}
+
 // Lines become one, with a blank where they met unless there is reason for none.
-bool Machine::Join(int first, int lines, bool tight) {
-    const int rest = Text().LineCount() - first;
-    if (lines <= 2 && rest < 2) return false;
-    lines = std::min(std::max(lines, 2), rest);
+void Machine::Join(int first, int lines, bool tight) {
     if (lines == 1) {
         ChangeNothing();
-        emptied_ = false;
+        state_.document.SetNoLineLeft(false);
     }
     int column = 0;
     int joined_from = 0;  // where the line begins that was joined last
@@ -391,12 +304,12 @@ bool Machine::Join(int first, int lines, bool tight) {
         const bool blank = column > 0 && !blank_there && next != 0 && next != u')';
         joined_from = Replace(end, start, blank ? u" " : u"").column;
     }
-    return Place({first, column}), true;
+    Place({first, column});
 }
 
 bool Machine::Put(int times, bool before) {
     if (!yanked_) return false;
-    if (!yanked_->lines && yanked_->text.empty()) return true;
+    if (!yanked_->lines && yanked_->text.empty()) return ChangeNothing(), true;
     const std::u16string& text = yanked_->text;
     const TextPosition caret = Caret();
     if (yanked_->lines) {
@@ -421,10 +334,10 @@ bool Machine::Put(int times, bool before) {
 void Machine::PutOver(const Region& region, int times, bool keep) {
     const std::optional<Yanked> put = yanked_;
     const bool last_line = region.lines && region.to.line + 1 == Text().LineCount();
-    const bool was_emptied = emptied_;
+    const bool was_emptied = Emptied();
     Delete(region);
     if (!put) return;
-    const bool emptied = was_emptied || emptied_;
+    const bool emptied = was_emptied || Emptied();
     const std::optional<Yanked> taken = yanked_;
     yanked_ = {put->text, put->lines || region.lines};
     if (put->lines && !region.lines) {
@@ -480,7 +393,6 @@ bool Machine::UndoSteps(int times, bool redo) {
     for (; times > 0; --times) {
         const EditStep* step = redo ? state_.document.Redo() : state_.document.Undo();
         if (!step) break;
-        emptied_ = false;
         CaretBehind(*step, redo);
         any = true;
     }
@@ -489,62 +401,67 @@ bool Machine::UndoSteps(int times, bool redo) {
 
 namespace {
 
-// The lines that an edit put in the place of others: the first one, and how many there are now.
+// An edit, and those behind it that go on within the line where it ended.
+using Block = std::span<const Edit>;
+
+std::vector<Block> BlocksOf(const EditStep& step) {
+    std::vector<Block> blocks;
+    const Edit* before = nullptr;
+    for (const Edit& edit : step.edits) {
+        const bool in_line = edit.OldEnd().line == edit.NewEnd().line;
+        const bool goes_on = before && in_line && before->NewEnd().line == edit.from.line;
+        if (goes_on) {
+            blocks.back() = {blocks.back().data(), blocks.back().size() + 1};
+        } else {
+            blocks.push_back({&edit, 1});
+        }
+        before = &edit;
+    }
+    return blocks;
+}
+
+// The lines that a block put in the place of others: the first one that is not what it was, and
+// how many there are from there on.
 struct TouchedLines {
     int first;
     int count;
 };
 
-TouchedLines LinesOf(const Edit& edit, bool redo) {
+TouchedLines LinesOf(Block block, bool redo) {
+    const Edit& edit = block.front();
     const std::u16string& now = redo ? edit.added : edit.removed;
     const std::u16string& was = redo ? edit.removed : edit.added;
-    const auto starts = [](const std::u16string& text) {
+    const auto lines_behind = [](const std::u16string& text) {
         return text.empty() || text.front() == u'\n';
-    };
-    const auto ends = [](const std::u16string& text) {
-        return text.empty() || text.back() == u'\n';
     };
     const int breaks = static_cast<int>(std::ranges::count(now, u'\n'));
     const bool any = !now.empty() || !was.empty();
-    if (any && starts(now) && starts(was)) return {edit.from.line + 1, breaks};
-    if (any && edit.from.column == 0 && ends(now) && ends(was)) return {edit.from.line, breaks};
+    const bool alone = block.size() == 1 || edit.NewEnd().line > edit.from.line;
+    const bool spares_first =
+        any && alone && edit.to_line_end && lines_behind(now) && lines_behind(was);
+    if (spares_first) return {edit.from.line + 1, breaks};
     return {edit.from.line, breaks + 1};
 }
 
 }  // namespace
 
 // The caret goes to the first line that changed; on the line where it stood before the command, or
-// beside it, it goes back to where it stood. An edit within the line where the one before it ended
-// goes on with that one.
+// beside it, it goes back to where it stood.
 void Machine::CaretBehind(const EditStep& step, bool redo) {
     const TextPosition before = step.before.caret;
+    std::vector<Block> blocks = BlocksOf(step);
+    if (!redo) std::ranges::reverse(blocks);
     int line = std::numeric_limits<int>::max();
-    bool back = false;
-    const auto goes_on = [&](const Edit& edit) {
-        const bool first = &edit == &step.edits.front();
-        const bool in_line = edit.OldEnd().line == edit.NewEnd().line;
-        return !first && in_line && (&edit - 1)->NewEnd().line == edit.from.line;
-    };
-    const auto look_at = [&](const Edit& edit) {
-        if (goes_on(edit)) return;
-        const TouchedLines touched = LinesOf(edit, redo);
-        if (touched.first > line) return;
-        if (before.line >= touched.first - 1 && before.line <= touched.first + touched.count) {
-            line = before.line;
-            back = true;
-        } else {
-            line = touched.first;
-            back = false;
-        }
-    };
-    if (redo) {
-        std::for_each(step.edits.begin(), step.edits.end(), look_at);
-    } else {
-        std::for_each(step.edits.rbegin(), step.edits.rend(), look_at);
+    for (const Block block : blocks) {
+        const TouchedLines touched = LinesOf(block, redo);
+        if (touched.first > line) continue;
+        const bool beside =
+            before.line >= touched.first - 1 && before.line <= touched.first + touched.count;
+        line = beside ? before.line : touched.first;
     }
+    line = std::min(line, Text().LineCount() - 1);
     if (line == before.line + 1) line = before.line;
-    if (line >= Text().LineCount()) return Place({Text().LineCount() - 1, 0});
-    if (back || line == before.line) return Place({line, before.column});
+    if (line == before.line) return Place(before);
     PlaceAtText(line);
 }
 

@@ -27,6 +27,11 @@ TextPosition InGoal(const MotionCall& call, int line) {
     return call.text.Clamped({line, std::min(call.goal, most)});
 }
 
+// Nowhere to go, but j and k aim for this from now on.
+Target Nowhere(const MotionCall& call, int goal = kOwnColumn) {
+    return {.at = call.from, .goal = goal, .failed = true};
+}
+
 Walker WalkerOf(const MotionCall& call, Words words) {
     return {call.text, call.from, words};
 }
@@ -94,7 +99,7 @@ Result LineBy(const MotionCall& call, int by) {
     const int last = call.text.LineCount() - 1;
     const int line = std::clamp(call.from.line + by, 0, last);
     if (line == call.from.line) return std::nullopt;
-    return Target{InGoal(call, line), Reach::Lines, Goal::Keep};
+    return Target{InGoal(call, line), Reach::Lines, call.goal};
 }
 Result Down(const MotionCall& call) {
     return LineBy(call, call.Times());
@@ -147,20 +152,16 @@ Result LineStart(const MotionCall& call) {
 Result TextStart(const MotionCall& call) {
     return Target{FirstNonBlank(call.text, call.from.line)};
 }
-// Nowhere to go, but j and k aim for the ends of lines from now on.
-Target NoLineBelow(const MotionCall& call) {
-    return {.at = call.from, .goal = Goal::LineEnd, .failed = true};
-}
 Result LineEnd(const MotionCall& call) {
     const int line = std::min(call.from.line + call.Times() - 1, call.text.LineCount() - 1);
-    if (line == call.from.line && call.Times() > 1) return NoLineBelow(call);
+    if (line == call.from.line && call.Times() > 1) return Nowhere(call, kLineEnd);
     const TextPosition end =
         call.asker == Asker::Selection ? call.text.EndOf(line) : LastIn(call.text, line);
-    return Target{end, Reach::Inclusive, Goal::LineEnd};
+    return Target{end, Reach::Inclusive, kLineEnd};
 }
 Result TextEnd(const MotionCall& call) {
     const int line = std::min(call.from.line + call.Times() - 1, call.text.LineCount() - 1);
-    if (line == call.from.line && call.Times() > 1) return NoLineBelow(call);
+    if (line == call.from.line && call.Times() > 1) return Nowhere(call, kLineEnd);
     const std::size_t last = call.text.Line(line).find_last_not_of(u' ');
     const int column = last == std::u16string::npos ? 0 : static_cast<int>(last);
     return Target{{line, column}, Reach::Inclusive};
@@ -168,7 +169,8 @@ Result TextEnd(const MotionCall& call) {
 Result Column(const MotionCall& call) {
     const int most = call.asker == Asker::Selection ? call.text.Length(call.from.line)
                                                     : LastIn(call.text, call.from.line).column;
-    return Target{{call.from.line, std::min(call.Times() - 1, most)}};
+    const int column = call.Times() - 1;
+    return Target{.at = {call.from.line, std::min(column, most)}, .goal = column};
 }
 
 // The caret does not stay behind a line's last character; an operator still takes that one.
@@ -246,14 +248,14 @@ std::optional<int> Paragraphs(const MotionCall& call, int step) {
 }
 Result ParagraphDown(const MotionCall& call) {
     const std::optional<int> line = Paragraphs(call, 1);
-    if (!line) return std::nullopt;
+    if (!line) return Nowhere(call);
     const bool in_text = call.text.Length(*line) > 0;
     if (*line + 1 < call.text.LineCount() || !in_text) return Target{{*line, 0}};
     return Target{LastIn(call.text, *line), Reach::Inclusive};
 }
 Result ParagraphUp(const MotionCall& call) {
     const std::optional<int> line = Paragraphs(call, -1);
-    if (!line) return std::nullopt;
+    if (!line) return Nowhere(call);
     return Target{{*line, 0}};
 }
 
@@ -308,13 +310,13 @@ Result FindReverse(const MotionCall& call) {
 
 Result SearchAgain(const MotionCall& call, bool same_way) {
     const TextSearch& search = call.searches.text;
-    if (search.text.empty()) return std::nullopt;
+    if (search.text.empty()) return Nowhere(call);
     const bool forward = call.searches.text_forward == same_way;
     const Way way = forward ? Way::Forward : Way::Backward;
     TextPosition at = call.from;
     for (int k = call.Times(); k > 0; --k) {
         const auto found = FindText(call.text, search, at, way);
-        if (!found) return std::nullopt;
+        if (!found) return Nowhere(call);
         at = *found;
     }
     return Target{at};

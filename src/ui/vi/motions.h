@@ -20,8 +20,8 @@ enum class Reach : std::uint8_t {
     Lines,      // all lines from one to the other
 };
 
-// The column that j and k aim for behind a motion.
-enum class Goal : std::uint8_t { Column, Keep, LineEnd };
+// What j and k aim for behind a motion, besides a column.
+inline constexpr int kOwnColumn = -1;  // where it ended
 inline constexpr int kLineEnd = std::numeric_limits<int>::max();
 
 struct CharacterSearch {
@@ -64,7 +64,7 @@ struct MotionCall {
 struct Target {
     TextPosition at;
     Reach reach = Reach::Exclusive;
-    Goal goal = Goal::Column;
+    int goal = kOwnColumn;
     bool failed = false;  // it went as far as it could; an operator does nothing
 };
 

@@ -301,8 +301,12 @@ Result Bracket(const ObjectCall& call, Brackets brackets, Part part) {
         if (!close) return std::nullopt;
         if (part == Part::Outer) return Extent{*open, *close};
         const TextPosition first = CharacterBehind(text, *open).value_or(*open);
-        const TextPosition last = CharacterBefore(text, *close).value_or(*close);
-        const bool at_line_start = close->column == 0;
+        // Blanks alone before the closing bracket are its indent, and no part of what is inside.
+        bool at_line_start = close->column == 0;
+        TextPosition last = CharacterBefore(text, *close).value_or(*close);
+        for (; last > *open && last.column < text.Indent(last.line); at_line_start = true) {
+            last = CharacterBefore(text, last).value_or(*open);
+        }
         const bool no_more = first >= low && last <= high && first != last;
         if (call.selecting && no_more && CharacterBefore(text, low)) continue;
         if (call.selecting && no_more) return std::nullopt;
@@ -310,7 +314,7 @@ Result Bracket(const ObjectCall& call, Brackets brackets, Part part) {
             const bool with_break = at_line_start && text.At(last) != 0;
             return Extent{first, with_break ? text.EndOf(last.line) : last};
         }
-        if (at_line_start) return Extent{first, *close, Reach::Exclusive};
+        if (at_line_start) return Extent{first, {last.line + 1, 0}, Reach::Exclusive};
         if (last < first) return Extent{first, first, Reach::Exclusive};
         return Extent{first, last};
     }

@@ -26,6 +26,7 @@ struct Edit {
     TextPosition from;
     std::u16string removed;
     std::u16string added;
+    bool to_line_end = false;  // nothing of its last line stood behind it
 
     TextPosition OldEnd() const { return EndOf(removed, from); }
     TextPosition NewEnd() const { return EndOf(added, from); }
@@ -36,6 +37,7 @@ struct EditStep {
     std::vector<Edit> edits;
     Selection before;
     Selection after;
+    bool no_line_left = false;  // all lines went, and the empty one stands for none
 };
 
 // A text with the history of its edits. Everything that changes the text goes through Replace, so
@@ -52,6 +54,11 @@ public:
     void Continue() { open_ = redone_ == steps_.size() && !steps_.empty(); }
     // Where the last step leaves the caret; redoing it goes there.
     void Leave(const Selection& after);
+
+    // Whether all lines were taken away, so that there is none to put others beside. It stays so
+    // until an edit changes the text.
+    bool NoLineLeft() const { return redone_ > 0 && steps_[redone_ - 1].no_line_left; }
+    void SetNoLineLeft(bool none);
 
     // The position behind what was put in. An edit that changes nothing is still one.
     TextPosition Replace(TextPosition from, TextPosition to, std::u16string_view added);
