@@ -63,8 +63,11 @@ inline constexpr Difference kDifferences[] = {
      [](const Moment& m) {
          return m.OnEmptyLastLine() && (m.Has("iw") || m.Has("iW") || m.RepeatsAnyOf("wW"));
      }},
-    {"Del at the end of the text leaves nothing to undo.",
-     [](const Moment& m) { return m.Inserts() && m.AtTextEnd() && m.Has("<Del>"); }},
+    {"Del at the end of the text is no part of an insertion, to undo or to repeat.",
+     [](const Moment& m) {
+         return (m.Inserts() && m.AtTextEnd() && m.Has("<Del>")) ||
+                (m.Repeats() && m.Played("<Del>"));
+     }},
     {". behind $ in Visual mode acts from the caret to the line's end, not to its start.",
      [](const Moment& m) { return m.RepeatsAnyOf("vV") && m.RepeatsAnyOf("$_E"); }},
     {"j and k aim for where the move before them ended. Vim may aim for the column of an earlier "
