@@ -87,14 +87,37 @@ void ForEachColouring(Look look, Act act) {
     }
 }
 
+const kp::Content& BuiltInContent() {
+    static const kp::Content content = kp::LoadContent(kp::ContentStore::BuiltIn());
+    return content;
+}
+
+kp::Content ContentWith(std::string name, std::string text) {
+    kp::ContentStore store = kp::ContentStore::BuiltIn();
+    store.Add(std::move(name), std::move(text));
+    return kp::LoadContent(store);
+}
+
+const kp::Content& WithoutATicket() {
+    static const kp::Content content = ContentWith("missions/4-03-retry-budget.json",
+                                                   "{\"id\": \"4-03-retry-budget\", \"rom\": }");
+    return content;
+}
+
+const kp::Content& WithoutACampaign() {
+    static const kp::Content content = ContentWith("missions/campaign.json", "");
+    return content;
+}
+
 struct Sight {
     std::string scene;
     int closed;  // tickets
     std::string name;
+    const kp::Content& (*content)() = BuiltInContent;
 };
 
 // Every scene when every stage of the game is open, the screens of a player's first minutes, and
-// those that tell of the player's way at its end.
+// those that tell of the player's way at its end; and what is left of a damaged content.
 std::vector<Sight> Sights() {
     constexpr int kLate = 20;
     constexpr int kEnd = 42;
@@ -104,19 +127,18 @@ std::vector<Sight> Sights() {
         if (scene.find(':') == std::string::npos) sights.push_back({scene, 0, scene + ":first"});
         if (scene == "title" || scene == "board") sights.push_back({scene, kEnd, scene + ":last"});
     }
+    for (const char* const scene : {"splash:start", "board:locked"}) {
+        sights.push_back({scene, kLate, std::string(scene) + ":damaged", WithoutATicket});
+    }
+    sights.push_back({"board", 0, "board:nothing", WithoutACampaign});
     return sights;
-}
-
-const kp::Content& BuiltInContent() {
-    static const kp::Content content = kp::LoadContent(kp::ContentStore::BuiltIn());
-    return content;
 }
 
 // A game that shows a scene.
 class Show {
 public:
     Show(const Sight& sight, const View& view)
-        : shell_({.content = BuiltInContent(),
+        : shell_({.content = sight.content(),
                   .clock = clock_,
                   .disk = disk_,
                   .persistent = false,
@@ -229,6 +251,18 @@ TEST_CASE("every option is focused once") {
             CHECK(gallery::Faults(show.Draw(0)) == "");
             WritePicture(show.Draw(0), view.window, scene, 0, view.large ? "large" : "normal");
         }
+    }
+}
+
+TEST_CASE("a window without a larger size says so") {
+    for (const Look look : {Look::Classic, Look::Modern}) {
+        const View view = {look, {320, 240}, true};
+        const std::string scene = "bench:overlay-options-9";
+        Show show({scene, 0, scene}, view);
+        const Frame& frame = show.Draw(0);
+        const bool told = fake::Text(frame).find("Large draws as Normal.") != std::string::npos;
+        CHECK(told == !view.Grid().large_available);
+        WritePicture(frame, view.window, scene, 0, "no larger");
     }
 }
 

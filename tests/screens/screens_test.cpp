@@ -6,6 +6,7 @@
 //     set 1-02-loopback         the current ticket
 //     open bench 1-02-loopback  a place, and what about
 //     normal                    the text's size
+//     window 320x240            its size in pixels
 //     still                     without motion
 //     kept "motion": false      what the settings' file says
 //     save                      the progress
@@ -149,6 +150,10 @@ void PlayScenes(std::string_view file) {
                 game->Draw();
             } else if (step.key == "normal") {
                 game->shell.OverrideSettings([](Settings& s) { s.large_text = false; });
+            } else if (step.key == "window") {
+                zo::ui::PixelSize size;
+                REQUIRE(std::sscanf(step.value.c_str(), "%dx%d", &size.width, &size.height) == 2);
+                game->shell.SetWindow(size, 1);
             } else if (step.key == "kept") {
                 CHECK(game->system.disk.files["data/settings.json"].find(words) !=
                       std::string::npos);
