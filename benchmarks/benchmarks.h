@@ -14,6 +14,8 @@ void RunContent(Report& report);
 void RunCompiler(Report& report);
 // A patch of Hum in the machine, and the same in C++.
 void RunMachine(Report& report);
+// The instruments' tables, and songs with the sounds over them.
+void RunMusic(Report& report);
 // Screens drawn and turned to pixels, whole and changed.
 void RunPictures(Report& report);
 // Runs on the bench: past ticks, the trace, a verify.

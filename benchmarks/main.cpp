@@ -7,6 +7,7 @@ int main(int argc, char** argv) {
     bench::RunContent(report);
     bench::RunCompiler(report);
     bench::RunMachine(report);
+    bench::RunMusic(report);
     bench::RunPictures(report);
     bench::RunBench(report);
     bench::RunApp(report);
