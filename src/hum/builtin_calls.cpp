@@ -70,44 +70,6 @@ void BiquadCoefficients(float cutoff_hz, float q, State b0, State b1, State b2, 
     a2.Set(0, static_cast<float>((1.0 - alpha) * scale));
 }
 
-// The place in a ring of n words that idx names; none when a pointer leaves memory.
-std::uint32_t* RingWord(Runtime& runtime, Address buffer, std::int32_t n, Address index_at) {
-    const auto begin = static_cast<std::uint32_t>(buffer.word);
-    const auto at = static_cast<std::uint32_t>(index_at.word);
-    if (n < 1) {
-        runtime.Fail(Trouble::Delay);
-    } else if (!runtime.InMemory(begin, static_cast<std::uint32_t>(n))) {
-        runtime.Fail(Trouble::BuiltinPointer, begin);
-    } else if (!runtime.InMemory(at)) {
-        runtime.Fail(Trouble::BuiltinPointer, at);
-    } else {
-        auto index = static_cast<std::int32_t>(runtime.memory[at]);
-        if (index < 0 || index >= n) index = 0;
-        runtime.memory[at] = static_cast<std::uint32_t>(index + 1 < n ? index + 1 : 0);
-        return runtime.memory + begin + index;
-    }
-    return nullptr;
-}
-
-float Comb(Runtime& runtime, float x, Address buffer, std::int32_t n, Address index,
-           float feedback) {
-    std::uint32_t* word = RingWord(runtime, buffer, n, index);
-    if (word == nullptr) return 0.0f;
-    const float d = std::bit_cast<float>(*word);
-    *word = FloatWord(x + feedback * d);
-    return d;
-}
-
-float AllPass(Runtime& runtime, float x, Address buffer, std::int32_t n, Address index,
-              float feedback) {
-    std::uint32_t* word = RingWord(runtime, buffer, n, index);
-    if (word == nullptr) return 0.0f;
-    const float d = std::bit_cast<float>(*word);
-    const float v = x + feedback * d;
-    *word = FloatWord(v);
-    return d - feedback * v;
-}
-
 float Ladder(float x, Words<4> s, float cutoff_hz, float resonance, float drive) {
     const float g = Prewarped(cutoff_hz);
     const float big_g = g / (1.0f + g);
@@ -263,7 +225,7 @@ const BuiltinCode kBuiltinCode[] = {
     Invoke<InDouble<std::log>>,
     Invoke<InDouble<std::log10>>,
     Invoke<InDouble<std::sqrt>>,
-    Invoke<InDouble<std::floor>>,
+    Invoke<Floor>,
     Invoke<InDouble<std::ceil>>,
     Invoke<InDouble<RoundAway>>,
     Invoke<InDouble<std::fabs>>,

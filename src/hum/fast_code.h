@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "fast_groups.h"
 #include "hum/opcodes.h"
 #include "machine_state.h"
 
@@ -11,62 +12,29 @@
 // - the spare word holds the handler's distance from the first handler, and the word of the
 //   position the stride;
 // - jumps hold the distance to their target, calls its index, proven to be in the code;
-// - loads and stores of an absolute address that is in memory have opcodes without a check;
-// - an instruction that often stands before its next has an opcode that does both. The next one
-//   stays in its place for whoever jumps to it.
+// - loads and stores have opcodes by where their address comes from: At for an absolute one, proven
+//   to be in memory, which needs no check; Local for the frame's; By for another register's;
+// - a call of a function whose arguments are proven to be registers enters it at once;
+// - instructions that often stand together have an opcode that does them all. Those behind the
+//   first stay in their places for whoever jumps to them.
 
 // clang-format off
-// Instructions that can neither fail nor jump.
-#define HUM_FAST_SIMPLE(X) \
-    X(Nop) X(Li) X(Lf) X(Mov) X(Fmov) X(LoadAt) X(StoreAt) X(LoadfAt) X(StorefAt) X(LeaAt) X(Lea) \
-    X(Add) X(Sub) X(Mul) X(Div) X(Mod) X(And) X(Or) X(Xor) X(Shl) X(Shr) X(Sar) X(Neg) X(Not) \
-    X(Addf) X(Subf) X(Mulf) X(Divf) X(Fmod) X(Negf) X(I2f) X(F2i) X(Cmpeq) X(Cmpne) X(Cmplt) \
-    X(Cmple) X(Cmpgt) X(Cmpge) X(Fcmpeq) X(Fcmpne) X(Fcmplt) X(Fcmple) X(Fcmpgt) X(Fcmpge) \
-    X(Fpget)
+// Instructions that do not jump; some check an address.
+#define HUM_FAST_STEPS(X) \
+    X(Nop) X(Li) X(Lf) X(Mov) X(Fmov) X(LoadAt) X(StoreAt) X(LoadfAt) X(StorefAt) X(LoadLocal) \
+    X(StoreLocal) X(LoadfLocal) X(StorefLocal) X(LoadBy) X(StoreBy) X(LoadfBy) X(StorefBy) \
+    X(LeaAt) X(Lea) X(Add) X(Sub) X(Mul) X(Div) X(Mod) X(And) X(Or) X(Xor) X(Shl) X(Shr) X(Sar) \
+    X(Neg) X(Not) X(Addf) X(Subf) X(Mulf) X(Divf) X(Fmod) X(Negf) X(I2f) X(F2i) X(Cmpeq) X(Cmpne) \
+    X(Cmplt) X(Cmple) X(Cmpgt) X(Cmpge) X(Fcmpeq) X(Fcmpne) X(Fcmplt) X(Fcmple) X(Fcmpgt) \
+    X(Fcmpge) X(Fpget)
 
-// Everything else; Bad ones are those whose target is outside the code.
+// Everything else. Bad ones are those whose target is outside the code; loads and stores without
+// an ending, those whose absolute address is outside memory.
 #define HUM_FAST_OTHER(X) \
-    X(Halt) X(Load) X(Store) X(Loadf) X(Storef) X(Jmp) X(Jz) X(Jnz) X(JmpBad) X(JzBad) X(JnzBad) \
-    X(Call) X(CallBad) X(Ret) X(Wait) X(This) X(Push) X(Pop) X(Pushf) X(Popf) X(Svc) X(Enter) \
-    X(Aload) X(Aloadf) X(Aloadw) X(Aloadwf) X(Astore) X(Astoref) X(Astorew) X(Astorewf) X(Arowa) \
-    X(Aroww) X(Unknown) X(End)
-
-// Pairs of simple instructions, as the code generator likes to put them. The last word is the field
-// of the second that must name the register which the first fills, so that the value need not be
-// read back; op is for pairs that share none.
-#define HUM_FAST_PAIRS(X) \
-    X(LoadfAt, LoadfAt, op) X(LoadfAt, Lf, op) X(LoadfAt, Mulf, rb) X(LoadfAt, Addf, rb) \
-    X(LoadfAt, Subf, rb) X(LoadfAt, Li, op) X(Lf, Mulf, rb) X(Lf, Addf, rb) X(Lf, Subf, rb) \
-    X(Lf, Divf, rb) X(Lf, LoadfAt, op) X(Lf, Lf, op) X(Lf, StorefAt, ra) X(Lf, Fcmplt, rb) \
-    X(Lf, Fcmpgt, rb) X(Li, Lf, op) X(Li, Li, op) X(Li, Add, rb) X(Li, Sub, rb) X(Li, Mod, rb) \
-    X(Li, And, rb) X(Li, LoadfAt, op) X(Li, LoadAt, op) X(Li, StoreAt, ra) X(LoadAt, Li, op) \
-    X(LoadAt, LoadAt, op) X(LoadAt, I2f, ra) X(Mulf, Addf, rb) X(Mulf, StorefAt, ra) \
-    X(Mulf, LoadfAt, op) X(Mulf, Lf, op) X(Addf, StorefAt, ra) X(Addf, LoadfAt, op) \
-    X(Addf, Lf, op) X(Subf, StorefAt, ra) X(StorefAt, LoadfAt, op) X(StorefAt, Li, op) \
-    X(StorefAt, Lf, op) X(StorefAt, LoadAt, op) X(StoreAt, LoadAt, op) X(StoreAt, LoadfAt, op) \
-    X(StoreAt, Li, op) X(Add, StoreAt, ra) X(Sub, StoreAt, ra) X(I2f, Mulf, rb) \
-    X(I2f, StorefAt, ra) X(Li, I2f, ra) X(I2f, LoadfAt, op) X(I2f, Li, op) X(Lea, Lf, op) \
-    X(LoadAt, Lea, rb) X(Lf, LoadAt, op) X(Lea, LoadAt, op) X(Li, Cmpgt, rb) X(I2f, Lf, op)
-
-// A comparison and the jump on its result.
-#define HUM_FAST_BRANCHES(X) \
-    X(Cmpeq, Jz, ra) X(Cmpne, Jz, ra) X(Cmplt, Jz, ra) X(Cmple, Jz, ra) X(Cmpgt, Jz, ra) \
-    X(Cmpge, Jz, ra) X(Fcmpeq, Jz, ra) X(Fcmpne, Jz, ra) X(Fcmplt, Jz, ra) X(Fcmple, Jz, ra) \
-    X(Fcmpgt, Jz, ra) X(Fcmpge, Jz, ra) X(Cmpeq, Jnz, ra) X(Cmpne, Jnz, ra) X(Cmplt, Jnz, ra) \
-    X(Fcmplt, Jnz, ra) X(Fcmpgt, Jnz, ra) X(LoadAt, Jz, ra) X(LoadAt, Jnz, ra) \
-    X(StorefAt, Jmp, op) X(StoreAt, Jmp, op)
-
-// Instructions that check their address, behind simple ones.
-#define HUM_FAST_CHECKED(X) \
-    X(LoadAt, Load, rb) X(LoadAt, Loadf, rb) X(LoadAt, Storef, rb) X(LoadfAt, Storef, ra) \
-    X(Addf, Storef, ra) X(Mulf, Storef, ra) X(LoadfAt, Loadf, op)
-
-// What counters do, and loops at their head: the third works on what the first and the second
-// fill, the fourth takes what the third fills.
-#define HUM_FAST_COUNTERS(X) \
-    X(LoadAt, Li, Add, StoreAt) X(LoadAt, Li, Sub, StoreAt) X(LoadfAt, Lf, Mulf, StorefAt)
-#define HUM_FAST_HEADS(X) \
-    X(LoadAt, Li, Cmplt, Jz) X(LoadAt, Li, Cmpeq, Jz)
+    X(Halt) X(Load) X(Loadf) X(Store) X(Storef) X(Jmp) X(Jz) X(Jnz) X(JmpBad) X(JzBad) X(JnzBad) \
+    X(Call) X(CallInto) X(CallBad) X(Ret) X(RetInt) X(RetFloat) X(Wait) X(This) X(Push) X(Pop) \
+    X(Pushf) X(Popf) X(Svc) X(Enter) X(Aload) X(Aloadf) X(Aloadw) X(Aloadwf) X(Astore) \
+    X(Astoref) X(Astorew) X(Astorewf) X(Arowa) X(Aroww) X(Unknown) X(End)
 
 // Built-ins that have an opcode of their own: their name and their function.
 #define HUM_FAST_BUILTINS(X) \
@@ -75,24 +43,31 @@
     X(dcblock, DcBlock) X(svf_lp, SvfLowPass) X(svf_bp, SvfBandPass) X(svf_hp, SvfHighPass) \
     X(biquad, Biquad) X(env_exp, Envelope) X(mtof, NoteToHertz) X(rand, Random) X(noise, Noise) \
     X(min, Min) X(max, Max) X(clamp_f, Clamp) X(lerp, Lerp) X(clip, HeldUnit) \
-    X(softclip, SoftClip) X(wrap01, Wrap01)
+    X(softclip, SoftClip) X(wrap01, Wrap01) X(floor, Floor) X(comb, Comb) X(allpass, AllPass)
+
+// Every opcode in order, each kind by a macro that whoever expands this has defined.
+#define HUM_FAST_ALL \
+    HUM_FAST_STEPS(HUM_ONE) HUM_FAST_OTHER(HUM_ONE) \
+    HUM_FAST_FOURS(HUM_FOUR) HUM_FAST_FOUR_JUMPS(HUM_FOUR) HUM_FAST_THREES(HUM_THREE) \
+    HUM_FAST_THREE_JUMPS(HUM_THREE) HUM_FAST_TWOS(HUM_TWO) HUM_FAST_TWO_JUMPS(HUM_TWO) \
+    HUM_FAST_BUILTINS(HUM_BUILTIN)
 // clang-format on
 
 namespace hum {
 
-enum class FastOp : std::uint8_t {
+enum class FastOp : std::uint16_t {
 #define HUM_ONE(name) name,
-#define HUM_TWO(first, second, link) first##_##second,
-#define HUM_FOUR(first, second, third, fourth) first##_##second##_##third##_##fourth,
+#define HUM_TWO(a, b, ...) a##_##b,
+#define HUM_THREE(a, b, b1, b2, c, ...) a##_##b##_##c,
+#define HUM_FOUR(a, b, b1, b2, c, c1, c2, d, ...) a##_##b##_##c##_##d,
 #define HUM_BUILTIN(name, function) Call_##name,
-    HUM_FAST_SIMPLE(HUM_ONE) HUM_FAST_OTHER(HUM_ONE) HUM_FAST_PAIRS(HUM_TWO)
-        HUM_FAST_BRANCHES(HUM_TWO) HUM_FAST_CHECKED(HUM_TWO) HUM_FAST_COUNTERS(HUM_FOUR)
-            HUM_FAST_HEADS(HUM_FOUR) HUM_FAST_BUILTINS(HUM_BUILTIN)
+    HUM_FAST_ALL
 #undef HUM_ONE
 #undef HUM_TWO
+#undef HUM_THREE
 #undef HUM_FOUR
 #undef HUM_BUILTIN
-                Count
+        Count
 };
 
 // Makes fast code of prepared code, for a memory of `size` words.

@@ -14,35 +14,88 @@
 namespace hum {
 namespace {
 
-// What the simple instructions do.
-struct Simple {
+// What the instructions do that do not jump; false when one has failed.
+struct Step {
+    Runtime& runtime;
     Frame& frame;
     std::uint32_t* memory;
+    std::uint32_t span;  // words of memory behind the null area
 
     using In = const Instruction&;
 
-    void Nop(In) const {}
-    void Li(In in) const { frame.i[in.rd] = in.imm; }
-    void Lf(In in) const { frame.f[in.rd] = std::bit_cast<float>(in.imm); }
-    void Mov(In in) const { frame.i[in.rd] = frame.i[in.ra]; }
-    void Fmov(In in) const { frame.f[in.rd] = frame.f[in.ra]; }
-
-    std::uint32_t& At(In in) const { return memory[static_cast<std::uint32_t>(in.imm)]; }
-    void LoadAt(In in) const { frame.i[in.rd] = static_cast<std::int32_t>(At(in)); }
-    void StoreAt(In in) const { At(in) = static_cast<std::uint32_t>(frame.i[in.ra]); }
-    void LoadfAt(In in) const { frame.f[in.rd] = std::bit_cast<float>(At(in)); }
-    void StorefAt(In in) const { At(in) = FloatWord(frame.f[in.ra]); }
-    void LeaAt(In in) const { frame.i[in.rd] = in.imm; }
-    void Lea(In in) const { frame.i[in.rd] = hum::Add(frame.i[in.rb], in.imm); }
-    void Fpget(In in) const {
-        frame.i[in.rd] = hum::Add(static_cast<std::int32_t>(frame.address), in.imm);
+    bool Nop(In) const { return true; }
+    bool SetInt(In in, std::int32_t value) const {
+        frame.i[in.rd] = value;
+        return true;
+    }
+    bool SetFloat(In in, float value) const {
+        frame.f[in.rd] = value;
+        return true;
+    }
+    bool Li(In in) const { return SetInt(in, in.imm); }
+    bool Lf(In in) const { return SetFloat(in, std::bit_cast<float>(in.imm)); }
+    bool Mov(In in) const { return SetInt(in, frame.i[in.ra]); }
+    bool Fmov(In in) const { return SetFloat(in, frame.f[in.ra]); }
+    bool LeaAt(In in) const { return SetInt(in, in.imm); }
+    bool Lea(In in) const { return SetInt(in, hum::Add(frame.i[in.rb], in.imm)); }
+    bool Fpget(In in) const {
+        return SetInt(in, hum::Add(static_cast<std::int32_t>(frame.address), in.imm));
     }
 
+    static std::uint32_t At(In in) { return static_cast<std::uint32_t>(in.imm); }
+    std::uint32_t Local(In in) const {
+        return static_cast<std::uint32_t>(hum::Add(frame.i[kFrameRegister], in.imm));
+    }
+    std::uint32_t By(In in) const {
+        return static_cast<std::uint32_t>(hum::Add(frame.i[in.rb], in.imm));
+    }
+    bool Proven(std::uint32_t address, Trouble what) const {
+        return address - kNullWords < span || runtime.Fail(what, address);
+    }
+    bool Load(In in, std::uint32_t address) const {
+        return Proven(address, Trouble::IntLoad) && Get(in, address);
+    }
+    bool Loadf(In in, std::uint32_t address) const {
+        return Proven(address, Trouble::FloatLoad) && Getf(in, address);
+    }
+    bool Store(In in, std::uint32_t address) const {
+        return Proven(address, Trouble::Store) && Put(in, address);
+    }
+    bool Storef(In in, std::uint32_t address) const {
+        return Proven(address, Trouble::Store) && Putf(in, address);
+    }
+    bool Get(In in, std::uint32_t address) const {
+        return SetInt(in, static_cast<std::int32_t>(memory[address]));
+    }
+    bool Getf(In in, std::uint32_t address) const {
+        return SetFloat(in, std::bit_cast<float>(memory[address]));
+    }
+    bool Put(In in, std::uint32_t address) const {
+        memory[address] = static_cast<std::uint32_t>(frame.i[in.ra]);
+        return true;
+    }
+    bool Putf(In in, std::uint32_t address) const {
+        memory[address] = FloatWord(frame.f[in.ra]);
+        return true;
+    }
+    bool LoadAt(In in) const { return Get(in, At(in)); }
+    bool LoadfAt(In in) const { return Getf(in, At(in)); }
+    bool StoreAt(In in) const { return Put(in, At(in)); }
+    bool StorefAt(In in) const { return Putf(in, At(in)); }
+    bool LoadLocal(In in) const { return Load(in, Local(in)); }
+    bool LoadfLocal(In in) const { return Loadf(in, Local(in)); }
+    bool StoreLocal(In in) const { return Store(in, Local(in)); }
+    bool StorefLocal(In in) const { return Storef(in, Local(in)); }
+    bool LoadBy(In in) const { return Load(in, By(in)); }
+    bool LoadfBy(In in) const { return Loadf(in, By(in)); }
+    bool StoreBy(In in) const { return Store(in, By(in)); }
+    bool StorefBy(In in) const { return Storef(in, By(in)); }
+
 #define HUM_INTS(name, expression)             \
-    void name(In in) const {                   \
+    bool name(In in) const {                   \
         const std::int32_t a = frame.i[in.ra]; \
         const std::int32_t b = frame.i[in.rb]; \
-        frame.i[in.rd] = (expression);         \
+        return SetInt(in, expression);         \
     }
     HUM_INTS(Add, hum::Add(a, b))
     HUM_INTS(Sub, Subtract(a, b))
@@ -63,54 +116,49 @@ struct Simple {
     HUM_INTS(Cmpge, a >= b)
 #undef HUM_INTS
 
-#define HUM_FLOATS(name, kind, expression) \
-    void name(In in) const {               \
-        const float a = frame.f[in.ra];    \
-        const float b = frame.f[in.rb];    \
-        frame.kind[in.rd] = (expression);  \
+#define HUM_FLOATS(name, set, expression) \
+    bool name(In in) const {              \
+        const float a = frame.f[in.ra];   \
+        const float b = frame.f[in.rb];   \
+        return set(in, expression);       \
     }
-    HUM_FLOATS(Addf, f, a + b)
-    HUM_FLOATS(Subf, f, a - b)
-    HUM_FLOATS(Mulf, f, a* b)
-    HUM_FLOATS(Divf, f, a / b)
-    HUM_FLOATS(Fmod, f, std::fmod(a, b))
-    HUM_FLOATS(Fcmpeq, i, a == b)
-    HUM_FLOATS(Fcmpne, i, a != b)
-    HUM_FLOATS(Fcmplt, i, a < b)
-    HUM_FLOATS(Fcmple, i, a <= b)
-    HUM_FLOATS(Fcmpgt, i, a > b)
-    HUM_FLOATS(Fcmpge, i, a >= b)
+    HUM_FLOATS(Addf, SetFloat, a + b)
+    HUM_FLOATS(Subf, SetFloat, a - b)
+    HUM_FLOATS(Mulf, SetFloat, a* b)
+    HUM_FLOATS(Divf, SetFloat, a / b)
+    HUM_FLOATS(Fmod, SetFloat, std::fmod(a, b))
+    HUM_FLOATS(Fcmpeq, SetInt, a == b)
+    HUM_FLOATS(Fcmpne, SetInt, a != b)
+    HUM_FLOATS(Fcmplt, SetInt, a < b)
+    HUM_FLOATS(Fcmple, SetInt, a <= b)
+    HUM_FLOATS(Fcmpgt, SetInt, a > b)
+    HUM_FLOATS(Fcmpge, SetInt, a >= b)
 #undef HUM_FLOATS
 
-    void Neg(In in) const {
-        frame.i[in.rd] = Subtract(0, frame.i[in.ra]);
+    bool Neg(In in) const {
+        return SetInt(in, Subtract(0, frame.i[in.ra]));
     }
-    void Not(In in) const {
-        frame.i[in.rd] = ~frame.i[in.ra];
+    bool Not(In in) const {
+        return SetInt(in, ~frame.i[in.ra]);
     }
-    void Negf(In in) const {
-        frame.f[in.rd] = -frame.f[in.ra];
+    bool Negf(In in) const {
+        return SetFloat(in, -frame.f[in.ra]);
     }
-    void I2f(In in) const {
-        frame.f[in.rd] = static_cast<float>(frame.i[in.ra]);
+    bool I2f(In in) const {
+        return SetFloat(in, static_cast<float>(frame.i[in.ra]));
     }
-    void F2i(In in) const {
-        frame.i[in.rd] = ToInt(frame.f[in.ra]);
+    bool F2i(In in) const {
+        return SetInt(in, ToInt(frame.f[in.ra]));
     }
 };
 
-// An instruction known to read the register that the one before has filled. Saying so lets the
-// compiler keep the value at hand.
-inline Instruction Linked(Instruction in, std::uint8_t Instruction::*link, std::uint8_t filled) {
-    in.*link = filled;
-    return in;
-}
-
-// The third of four, which reads what the first and the second have filled.
-inline Instruction Joined(const Instruction* four) {
-    Instruction in = four[2];
-    in.ra = four[0].rd;
-    in.rb = four[1].rd;
+// An instruction of a group with what is known of the registers that it reads: saying so lets the
+// compiler keep the values at hand.
+template <int kRa, int kRb>
+inline Instruction Linked(const Instruction* group, int place) {
+    Instruction in = group[place];
+    if constexpr (kRa >= 0) in.ra = group[kRa].rd;
+    if constexpr (kRb >= 0) in.rb = group[kRb].rd;
     return in;
 }
 
@@ -140,6 +188,20 @@ bool EnterFunction(Runtime& runtime, Coroutine& co, const Instruction& in,
     return true;
 }
 
+// The same for a call that is known to name registers that there are. There are few, for which a
+// plain loop is quicker than what surrounds one in vectors; the empty statement keeps it plain.
+inline void CopyArguments(const Frame& caller, const Instruction& call, const Instruction& enter,
+                          std::uint32_t* to) {
+    for (std::uint32_t k = 0; k < enter.ra; ++k) {
+        *to++ = static_cast<std::uint32_t>(caller.i[call.ra + k]);
+        asm volatile("");
+    }
+    for (std::uint32_t k = 0; k < enter.rb; ++k) {
+        *to++ = FloatWord(caller.f[call.rb + k]);
+        asm volatile("");
+    }
+}
+
 // An element's address by its index; false when the index is outside.
 inline bool Element(const Frame& frame, const Instruction& in, std::uint32_t& address) {
     const std::int32_t index = frame.i[in.ra];
@@ -161,20 +223,21 @@ inline bool RingElement(const Frame& frame, const Instruction& in, std::uint32_t
     return in.imm > 0;
 }
 
-// Runs code, or, without a coroutine, tells where the handlers are.
-bool Execute(Runtime* runtime_or_none, Coroutine* coroutine, const std::vector<Instruction>* all,
-             const std::int32_t** handlers) {
+// Runs code, or, without a coroutine, tells where the handlers are. Flat, since the handlers are
+// too many for the compiler's own measure of what may be taken in, and a call in each would double
+// its time.
+[[gnu::flatten]] bool Execute(Runtime* runtime_or_none, Coroutine* coroutine,
+                              const std::vector<Instruction>* all, const std::int32_t** handlers) {
 #define HUM_ONE(name) \
     static_cast<std::int32_t>(static_cast<char*>(&&at_##name) - static_cast<char*>(&&at_Nop)),
-#define HUM_TWO(first, second, link) HUM_ONE(first##_##second)
-#define HUM_FOUR(first, second, third, fourth) HUM_ONE(first##_##second##_##third##_##fourth)
+#define HUM_TWO(a, b, ...) HUM_ONE(a##_##b)
+#define HUM_THREE(a, b, b1, b2, c, ...) HUM_ONE(a##_##b##_##c)
+#define HUM_FOUR(a, b, b1, b2, c, c1, c2, d, ...) HUM_ONE(a##_##b##_##c##_##d)
 #define HUM_BUILTIN(name, function) HUM_ONE(Call_##name)
-    static const std::int32_t offsets[] = {
-        HUM_FAST_SIMPLE(HUM_ONE) HUM_FAST_OTHER(HUM_ONE) HUM_FAST_PAIRS(HUM_TWO)
-            HUM_FAST_BRANCHES(HUM_TWO) HUM_FAST_CHECKED(HUM_TWO) HUM_FAST_COUNTERS(HUM_FOUR)
-                HUM_FAST_HEADS(HUM_FOUR) HUM_FAST_BUILTINS(HUM_BUILTIN)};
+    static const std::int32_t offsets[] = {HUM_FAST_ALL};
 #undef HUM_ONE
 #undef HUM_TWO
+#undef HUM_THREE
 #undef HUM_FOUR
 #undef HUM_BUILTIN
     if (coroutine == nullptr) {
@@ -206,6 +269,11 @@ bool Execute(Runtime* runtime_or_none, Coroutine* coroutine, const std::vector<I
         trouble = (what); \
         goto failed;      \
     } while (false)
+#define HUM_FAIL_AT(what)                              \
+    do {                                               \
+        address = static_cast<std::uint32_t>(ip->imm); \
+        HUM_FAIL(what);                                \
+    } while (false)
 #define HUM_BUDGET(index) HUM_MUST(used + (index) + runtime.extra <= limit, Trouble::Runaway)
 // Takes the jump at ip.
 #define HUM_TAKE                               \
@@ -218,9 +286,6 @@ bool Execute(Runtime* runtime_or_none, Coroutine* coroutine, const std::vector<I
         ip += distance;                        \
         HUM_DISPATCH;                          \
     } while (false)
-#define HUM_TARGET(in)                     \
-    static_cast<std::uint32_t>((in).imm) + \
-        ((in).rb == kAbsolute ? 0u : static_cast<std::uint32_t>(frame->i[(in).rb]))
 #define HUM_CHECK(what) \
     if (address - kNullWords >= span) HUM_FAIL(what)
 #define HUM_MUST(condition, what) \
@@ -232,39 +297,108 @@ bool Execute(Runtime* runtime_or_none, Coroutine* coroutine, const std::vector<I
     }
     HUM_DISPATCH;
 
-#define HUM_ONE(name)                             \
-    at_##name : Simple{*frame, memory}.name(*ip); \
-    HUM_NEXT(1);
-    HUM_FAST_SIMPLE(HUM_ONE)
-#undef HUM_ONE
-
-#define HUM_TWO(one, two, link)                                  \
-    at_##one##_##two : {                                         \
-        const Simple simple{*frame, memory};                     \
-        simple.one(ip[0]);                                       \
-        simple.two(Linked(ip[1], &Instruction::link, ip[0].rd)); \
-        HUM_NEXT(2);                                             \
-    }
-    HUM_FAST_PAIRS(HUM_TWO)
-#undef HUM_TWO
-
-#define HUM_TWO(one, two, link)                                          \
-    at_##one##_##two : Simple{*frame, memory}.one(*ip);                  \
-    ++ip;                                                                \
-    HUM_WHEN_##two(Linked(*ip, &Instruction::link, ip[-1].rd)) HUM_TAKE; \
-    HUM_NEXT(1);
+#define HUM_STEP const Step step{runtime, *frame, memory, span}
+#define HUM_MAKE(done) \
+    if (!(done)) goto step_failed
 #define HUM_WHEN_Jmp(in) if (true)
 #define HUM_WHEN_Jz(in) if (frame->i[(in).ra] == 0)
 #define HUM_WHEN_Jnz(in) if (frame->i[(in).ra] != 0)
-    HUM_FAST_BRANCHES(HUM_TWO)
-#undef HUM_TWO
 
-#define HUM_BUILTIN(name, function)                                                              \
-    at_Call_##name : if (!Invoke<formula::function>(runtime, *frame, *ip)) goto built_in_failed; \
+#define HUM_ONE(name)             \
+    at_##name : {                 \
+        HUM_STEP;                 \
+        HUM_MAKE(step.name(*ip)); \
+        HUM_NEXT(1);              \
+    }
+    HUM_FAST_STEPS(HUM_ONE)
+#undef HUM_ONE
+
+    // Each is made where it stands, so that one that fails is the one at ip.
+#define HUM_SECOND(b, b1, b2) \
+    ++ip;                     \
+    HUM_MAKE(step.b((Linked<b1, b2>(ip - 1, 1))))
+#define HUM_THIRD(c, c1, c2) \
+    ++ip;                    \
+    HUM_MAKE(step.c((Linked<c1, c2>(ip - 2, 2))))
+#define HUM_TWO(a, b, b1, b2)  \
+    at_##a##_##b : {           \
+        HUM_STEP;              \
+        HUM_MAKE(step.a(*ip)); \
+        HUM_SECOND(b, b1, b2); \
+        HUM_NEXT(1);           \
+    }
+#define HUM_THREE(a, b, b1, b2, c, c1, c2) \
+    at_##a##_##b##_##c : {                 \
+        HUM_STEP;                          \
+        HUM_MAKE(step.a(*ip));             \
+        HUM_SECOND(b, b1, b2);             \
+        HUM_THIRD(c, c1, c2);              \
+        HUM_NEXT(1);                       \
+    }
+#define HUM_FOUR(a, b, b1, b2, c, c1, c2, d, d1, d2)   \
+    at_##a##_##b##_##c##_##d : {                       \
+        HUM_STEP;                                      \
+        HUM_MAKE(step.a(*ip));                         \
+        HUM_SECOND(b, b1, b2);                         \
+        HUM_THIRD(c, c1, c2);                          \
+        ++ip;                                          \
+        HUM_MAKE(step.d((Linked<d1, d2>(ip - 3, 3)))); \
+        HUM_NEXT(1);                                   \
+    }
+    HUM_FAST_TWOS(HUM_TWO)
+    HUM_FAST_THREES(HUM_THREE)
+    HUM_FAST_FOURS(HUM_FOUR)
+#undef HUM_TWO
+#undef HUM_THREE
+#undef HUM_FOUR
+
+#define HUM_TWO(a, b, b1, b2)                               \
+    at_##a##_##b : {                                        \
+        HUM_STEP;                                           \
+        HUM_MAKE(step.a(*ip));                              \
+        ++ip;                                               \
+        HUM_WHEN_##b((Linked<b1, b2>(ip - 1, 1))) HUM_TAKE; \
+        HUM_NEXT(1);                                        \
+    }
+#define HUM_THREE(a, b, b1, b2, c, c1, c2)                  \
+    at_##a##_##b##_##c : {                                  \
+        HUM_STEP;                                           \
+        HUM_MAKE(step.a(*ip));                              \
+        HUM_SECOND(b, b1, b2);                              \
+        ++ip;                                               \
+        HUM_WHEN_##c((Linked<c1, c2>(ip - 2, 2))) HUM_TAKE; \
+        HUM_NEXT(1);                                        \
+    }
+#define HUM_FOUR(a, b, b1, b2, c, c1, c2, d, d1, d2)        \
+    at_##a##_##b##_##c##_##d : {                            \
+        HUM_STEP;                                           \
+        HUM_MAKE(step.a(*ip));                              \
+        HUM_SECOND(b, b1, b2);                              \
+        HUM_THIRD(c, c1, c2);                               \
+        ++ip;                                               \
+        HUM_WHEN_##d((Linked<d1, d2>(ip - 3, 3))) HUM_TAKE; \
+        HUM_NEXT(1);                                        \
+    }
+    HUM_FAST_TWO_JUMPS(HUM_TWO)
+    HUM_FAST_THREE_JUMPS(HUM_THREE)
+    HUM_FAST_FOUR_JUMPS(HUM_FOUR)
+#undef HUM_TWO
+#undef HUM_THREE
+#undef HUM_FOUR
+
+#define HUM_BUILTIN(name, function)                                                          \
+    at_Call_##name : if (!Invoke<formula::function>(runtime, *frame, *ip)) goto step_failed; \
     HUM_NEXT(1);
     HUM_FAST_BUILTINS(HUM_BUILTIN)
 #undef HUM_BUILTIN
 
+at_Load:
+    HUM_FAIL_AT(Trouble::IntLoad);
+at_Loadf:
+    HUM_FAIL_AT(Trouble::FloatLoad);
+at_Store:
+at_Storef:
+    HUM_FAIL_AT(Trouble::Store);
 at_Jmp:
     HUM_TAKE;
 at_Jz:
@@ -283,90 +417,55 @@ at_JmpBad:
 at_CallBad:
     HUM_FAIL(Trouble::InvalidCounter);
 
-#define HUM_DO_Load(in)          \
-    address = HUM_TARGET(in);    \
-    HUM_CHECK(Trouble::IntLoad); \
-    frame->i[(in).rd] = static_cast<std::int32_t>(memory[address])
-#define HUM_DO_Loadf(in)           \
-    address = HUM_TARGET(in);      \
-    HUM_CHECK(Trouble::FloatLoad); \
-    frame->f[(in).rd] = std::bit_cast<float>(memory[address])
-#define HUM_DO_Store(in)       \
-    address = HUM_TARGET(in);  \
-    HUM_CHECK(Trouble::Store); \
-    memory[address] = static_cast<std::uint32_t>(frame->i[(in).ra])
-#define HUM_DO_Storef(in)      \
-    address = HUM_TARGET(in);  \
-    HUM_CHECK(Trouble::Store); \
-    memory[address] = FloatWord(frame->f[(in).ra])
-#define HUM_ONE(name)               \
-    at_##name : HUM_DO_##name(*ip); \
-    HUM_NEXT(1);
-#define HUM_TWO(one, two, link)                               \
-    at_##one##_##two : Simple{*frame, memory}.one(*ip);       \
-    ++ip;                                                     \
-    HUM_DO_##two(Linked(*ip, &Instruction::link, ip[-1].rd)); \
-    HUM_NEXT(1);
-    HUM_ONE(Load)
-    HUM_ONE(Loadf)
-    HUM_ONE(Store)
-    HUM_ONE(Storef)
-    HUM_FAST_CHECKED(HUM_TWO)
-#undef HUM_ONE
-#undef HUM_TWO
-
-#define HUM_FOUR(one, two, three, four)                         \
-    at_##one##_##two##_##three##_##four : {                     \
-        const Simple simple{*frame, memory};                    \
-        simple.one(ip[0]);                                      \
-        simple.two(ip[1]);                                      \
-        simple.three(Joined(ip));                               \
-        simple.four(Linked(ip[3], &Instruction::ra, ip[2].rd)); \
-        HUM_NEXT(4);                                            \
-    }
-    HUM_FAST_COUNTERS(HUM_FOUR)
-#undef HUM_FOUR
-#define HUM_FOUR(one, two, three, four)                                     \
-    at_##one##_##two##_##three##_##four : {                                 \
-        const Simple simple{*frame, memory};                                \
-        simple.one(ip[0]);                                                  \
-        simple.two(ip[1]);                                                  \
-        simple.three(Joined(ip));                                           \
-        ip += 3;                                                            \
-        HUM_WHEN_##four(Linked(*ip, &Instruction::ra, ip[-1].rd)) HUM_TAKE; \
-        HUM_NEXT(1);                                                        \
-    }
-    HUM_FAST_HEADS(HUM_FOUR)
-#undef HUM_FOUR
-
+// Makes the new frame; what follows runs on in it.
+#define HUM_CALL                                                   \
+    HUM_MUST(co.depth + 1 < kMaxFrames, Trouble::CallOverflow);    \
+    ++co.depth;                                                    \
+    ++frame;                                                       \
+    frame->return_pc = static_cast<std::uint32_t>(ip - code) + 1;  \
+    frame->address = co.stack;                                     \
+    frame->stack_at_call = co.stack;                               \
+    frame->floor = co.stack;                                       \
+    used += frame->return_pc - static_cast<std::int64_t>(ip->imm); \
+    HUM_BUDGET(ip->imm)
 at_Call : {
-    HUM_MUST(co.depth + 1 < kMaxFrames, Trouble::CallOverflow);
-    frame = &co.frames[++co.depth];
-    frame->return_pc = static_cast<std::uint32_t>(ip - code) + 1;
-    frame->address = co.stack;
-    frame->stack_at_call = co.stack;
-    frame->floor = co.stack;
-    used += frame->return_pc - static_cast<std::int64_t>(ip->imm);
-    HUM_BUDGET(ip->imm);
+    HUM_CALL;
     ip = code + ip->imm;
     HUM_DISPATCH;
 }
-at_Enter:
-    if (!EnterFunction(runtime, co, *ip, *all)) goto built_in_failed;
+at_CallInto : {
+    HUM_CALL;
+    const Instruction& call = *ip;
+    ip = code + call.imm;
+    const auto words = static_cast<std::uint32_t>(ip->imm);
+    const std::uint32_t room = co.stack_begin + kStackWords - co.stack;
+    const std::uint32_t copied = std::uint32_t{ip->ra} + ip->rb;
+    HUM_MUST(words <= room && copied <= room, Trouble::FrameOverflow);
+    CopyArguments(frame[-1], call, *ip, memory + co.stack);
+    frame->i[kFrameRegister] = static_cast<std::int32_t>(co.stack);
+    co.stack += words;
+    frame->floor = co.stack;
     HUM_NEXT(1);
-at_Ret : {
-    HUM_MUST(co.depth > 0, Trouble::CallUnderflow);
-    HUM_MUST(co.stack == frame->floor, Trouble::DamagedStack);
-    Frame* const caller = &co.frames[--co.depth];
-    const Instruction* const back = code + frame->return_pc;
-    if (ip->imm == 1) caller->i[back[-1].rd] = frame->i[ip->ra];
-    if (ip->imm == 2) caller->f[back[-1].rd] = frame->f[ip->ra];
-    co.stack = frame->stack_at_call;
-    used += ip + 1 - back;
-    frame = caller;
-    ip = back;
-    HUM_DISPATCH;
 }
+at_Enter:
+    if (!EnterFunction(runtime, co, *ip, *all)) goto step_failed;
+    HUM_NEXT(1);
+
+// Back to behind the call, whose frame is the caller's.
+#define HUM_RETURN(result)                                     \
+    HUM_MUST(co.depth > 0, Trouble::CallUnderflow);            \
+    HUM_MUST(co.stack == frame->floor, Trouble::DamagedStack); \
+    const Instruction* const back = code + frame->return_pc;   \
+    result;                                                    \
+    co.stack = frame->stack_at_call;                           \
+    used += ip + 1 - back;                                     \
+    --co.depth;                                                \
+    --frame;                                                   \
+    ip = back;                                                 \
+    HUM_DISPATCH
+at_Ret : { HUM_RETURN((void)0); }
+at_RetInt : { HUM_RETURN(frame[-1].i[back[-1].rd] = frame->i[ip->ra]); }
+at_RetFloat : { HUM_RETURN(frame[-1].f[back[-1].rd] = frame->f[ip->ra]); }
 
 at_Halt:
     co.finished = true;
@@ -408,7 +507,7 @@ at_Popf:
     frame->f[ip->rd] = std::bit_cast<float>(memory[--co.stack]);
     HUM_NEXT(1);
 at_Svc:
-    if (!kBuiltinCode[ip->imm](runtime, *frame, *ip)) goto built_in_failed;
+    if (!kBuiltinCode[ip->imm](runtime, *frame, *ip)) goto step_failed;
     HUM_NEXT(1);
 
 #define HUM_ELEMENT(name, find, what, action)               \
@@ -445,7 +544,7 @@ at_End:
 
 failed:
     runtime.Fail(trouble, address);
-built_in_failed:
+step_failed:
     runtime.trouble_pc = static_cast<std::uint32_t>(ip - code);
     runtime.instructions += used + (ip - code) + 1;
     return false;

@@ -216,6 +216,52 @@ inline float Noise(Runtime& runtime) {
     return static_cast<float>(Draw(runtime) >> 8) / 8388608.0f - 1.0f;
 }
 
+// What std::floor gives, without a call where no wider instructions are to be had.
+inline float Floor(float x) {
+    if (!(std::fabs(x) < 8388608.0f)) return x;
+    const auto whole = static_cast<float>(static_cast<std::int32_t>(x));
+    if (whole == x) return x;  // keeps the sign of a zero
+    return whole > x ? whole - 1.0f : whole;
+}
+
+// The place in a ring of n words that idx names; none when a pointer leaves memory.
+inline std::uint32_t* RingWord(Runtime& runtime, Address buffer, std::int32_t n, Address index_at) {
+    const auto begin = static_cast<std::uint32_t>(buffer.word);
+    const auto at = static_cast<std::uint32_t>(index_at.word);
+    if (n < 1) {
+        runtime.Fail(Trouble::Delay);
+    } else if (!runtime.InMemory(begin, static_cast<std::uint32_t>(n))) {
+        runtime.Fail(Trouble::BuiltinPointer, begin);
+    } else if (!runtime.InMemory(at)) {
+        runtime.Fail(Trouble::BuiltinPointer, at);
+    } else {
+        auto index = static_cast<std::int32_t>(runtime.memory[at]);
+        if (index < 0 || index >= n) index = 0;
+        runtime.memory[at] = static_cast<std::uint32_t>(index + 1 < n ? index + 1 : 0);
+        return runtime.memory + begin + index;
+    }
+    return nullptr;
+}
+
+inline float Comb(Runtime& runtime, float x, Address buffer, std::int32_t n, Address index,
+                  float feedback) {
+    std::uint32_t* word = RingWord(runtime, buffer, n, index);
+    if (word == nullptr) return 0.0f;
+    const float d = std::bit_cast<float>(*word);
+    *word = FloatWord(x + feedback * d);
+    return d;
+}
+
+inline float AllPass(Runtime& runtime, float x, Address buffer, std::int32_t n, Address index,
+                     float feedback) {
+    std::uint32_t* word = RingWord(runtime, buffer, n, index);
+    if (word == nullptr) return 0.0f;
+    const float d = std::bit_cast<float>(*word);
+    const float v = x + feedback * d;
+    *word = FloatWord(v);
+    return d - feedback * v;
+}
+
 inline float Min(float a, float b) {
     return b < a ? b : a;
 }
