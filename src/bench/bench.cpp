@@ -246,6 +246,7 @@ void Bench::Update(double now) {
     const double seconds = now - updated_at_;
     updated_at_ = now;
     editor_.SetViKeys(shell_.Settings().vi_keys);
+    if (editor_.Update(now)) shell_.RequestRedraw();
     if (save_at_ && *save_at_ <= now) SaveOrWarn();
     const RunState before = run_.State();
     if (before != RunState::Running && before != RunState::Verifying) return;
@@ -266,10 +267,12 @@ void Bench::Update(double now) {
 }
 
 std::optional<double> Bench::NextFrameAt() const {
+    std::optional<double> next = editor_.NextFrameAt();
+    const auto or_at = [&next](double at) { next = next ? std::min(*next, at) : at; };
+    if (save_at_) or_at(*save_at_);
     const bool moves = run_.State() == RunState::Running || run_.State() == RunState::Verifying;
-    if (!moves) return save_at_;
-    const double next_tick = updated_at_ + run_.SecondsToNextTick();
-    return save_at_ ? std::min(*save_at_, next_tick) : next_tick;
+    if (moves) or_at(updated_at_ + run_.SecondsToNextTick());
+    return next;
 }
 
 bool Bench::IsOpen(const BenchKey& key) const {

@@ -15,8 +15,9 @@ constexpr int kRowMargin = 3;  // rows kept in sight around the caret
 constexpr int kColumnMargin = 8;
 constexpr int kSidewaysColumns = 4;  // a step of the wheel
 constexpr char32_t kNoGlyph = U'?';
-constexpr int kBeside = 2;        // cells between a line and the error's sentence
-constexpr int kMostNoteRows = 2;  // of an error below the text
+constexpr int kBeside = 2;             // cells between a line and the error's sentence
+constexpr double kDragSeconds = 0.05;  // between two steps of a drag held outside the text
+constexpr int kMostNoteRows = 2;       // of an error below the text
 
 bool HasGlyph(char16_t c) {
     return c >= u' ' && (c < 0x7F || c > 0x9F) && !base::IsHighHalf(c) && !base::IsLowHalf(c);
@@ -248,6 +249,8 @@ void CodeEditor::AddPressables(Pressables& pressables, const Rect& area) {
     Pressable& text = pressables.Add(area);
     text.press = [this](const PointerPress& press) { Press(press); };
     text.drag = [this](Point at) { Drag(at); };
+    text.released = [this] { EndDrag(); };
+    if (!pressables.Pressed(area)) EndDrag();
     text.middle = [this](Point at) { PasteSelection(at); };
 }
 
@@ -281,8 +284,38 @@ void CodeEditor::Press(const PointerPress& press) {
     ReportSelection();
 }
 
-// From what was pressed to where the pointer is, on either side.
 void CodeEditor::Drag(Point at) {
+    DragTo(at);
+    if (text_.Contains(at)) {
+        EndDrag();
+    } else {
+        held_at_ = at;
+    }
+}
+
+void CodeEditor::EndDrag() {
+    held_at_.reset();
+    drag_due_.reset();
+}
+
+std::optional<double> CodeEditor::NextFrameAt() const {
+    return held_at_ ? drag_due_.value_or(0) : std::optional<double>();
+}
+
+bool CodeEditor::Update(double now) {
+    if (!held_at_ || (drag_due_ && now < *drag_due_)) return false;
+    const bool goes_on = drag_due_.has_value();
+    drag_due_ = now + kDragSeconds;
+    if (!goes_on) return false;
+    const TextPosition caret = state_.Caret();
+    DragTo(*held_at_);
+    if (state_.Caret() != caret) return true;
+    EndDrag();
+    return false;
+}
+
+// From what was pressed to where the pointer is, on either side.
+void CodeEditor::DragTo(Point at) {
     if (drag_clicks_ == 0 || dragged_text_ != state_.document.Revision()) return;
     const Range to = UnitAt(PositionAt(at));
     if (to.from < drag_start_.from) {

@@ -1,5 +1,7 @@
 #include "ui/pressables.h"
 
+#include <utility>
+
 namespace zo::ui {
 namespace {
 
@@ -23,6 +25,7 @@ Pressable& Pressables::Add(const Rect& area, std::string_view hint) {
     entry.press = nullptr;
     entry.middle = nullptr;
     entry.drag = nullptr;
+    entry.released = nullptr;
     entry.wheel = nullptr;
     entry.focus = nullptr;
     return entry;
@@ -72,6 +75,7 @@ bool Pressables::Press(const PointerPress& press) {
     const Pressable* entry = Topmost(press.at, TakesPress);
     if (!entry) return pane != nullptr;
     dragging_ = entry->drag;
+    released_ = entry->released;
     if (entry->press) entry->press(press);
     return true;
 }
@@ -87,6 +91,7 @@ bool Pressables::PressMiddle(Point at) {
 bool Pressables::Release(Point at) {
     pointer_ = at;
     dragging_ = nullptr;
+    if (const auto released = std::exchange(released_, nullptr)) released();
     if (!pressed_) return false;
     const Pressable* entry = Topmost(*pressed_, TakesPress);
     pressed_.reset();
@@ -97,6 +102,7 @@ bool Pressables::Release(Point at) {
 void Pressables::LetGo() {
     pressed_.reset();
     dragging_ = nullptr;
+    released_ = nullptr;
 }
 
 bool Pressables::Wheel(Point at, int steps, const Modifiers& with) {

@@ -268,3 +268,50 @@ TEST_CASE("a press puts the caret where it falls, or asks for a breakpoint") {
     bench.pressables.Press({.at = {2, 1}});
     CHECK(pressed == 0);
 }
+
+TEST_CASE("a drag held outside the text goes on by time, as fast as it is far away") {
+    Bench bench(24, 6);  // four rows
+    std::string text;
+    for (int line = 1; line <= 12; ++line) text += std::to_string(line) + "\n";
+    bench.editor.SetText(text);
+    bench.Draw();
+    CHECK_FALSE(bench.editor.NextFrameAt());
+    bench.pressables.Press({.at = {7, 1}});
+    bench.pressables.Move({7, 4});
+    CHECK_FALSE(bench.editor.NextFrameAt());
+    bench.pressables.Move({7, 6});  // two rows below
+    CHECK(bench.editor.CaretAt().line == 5);
+    double now = 100;
+    const auto wait = [&](double seconds) {
+        bench.Draw();
+        now += seconds;
+        return bench.editor.Update(now);
+    };
+    CHECK_FALSE(wait(0));
+    const std::optional<double> due = bench.editor.NextFrameAt();
+    REQUIRE(due);
+    CHECK(*due > now);
+    CHECK_FALSE(wait((*due - now) / 2));
+    now = *due;
+    CHECK(wait(0));
+    CHECK(bench.editor.CaretAt().line == 7);
+    CHECK(wait(1));
+    CHECK(bench.editor.CaretAt().line == 9);
+
+    bench.pressables.Move({7, 3});
+    CHECK_FALSE(bench.editor.NextFrameAt());
+    bench.pressables.Move({7, 9});
+    CHECK_FALSE(wait(1));
+    CHECK_FALSE(wait(1));  // the text ends there, and so does the asking
+    CHECK_FALSE(bench.editor.NextFrameAt());
+
+    bench.pressables.Move({7, -2});
+    CHECK_FALSE(wait(0));
+    CHECK(wait(1));
+    const TextPosition let_go = bench.editor.CaretAt();
+    bench.pressables.Release({7, -2});
+    CHECK_FALSE(bench.editor.NextFrameAt());
+    CHECK_FALSE(wait(1));
+    CHECK(bench.editor.CaretAt() == let_go);
+    CHECK(bench.editor.Selected().anchor == TextPosition{0, 0});
+}

@@ -119,6 +119,11 @@ public:
     // Esc would close something of the editor's or end a mode.
     bool WantsEscape() const;
 
+    // A drag that is held outside the text goes on by time. Both take the frame clock's seconds;
+    // the one tells when to come again, the other whether anything changed.
+    std::optional<double> NextFrameAt() const;
+    bool Update(double now);
+
     // `pane` is the framed box. The caret shows when focused.
     void Draw(Canvas& canvas, Pressables& pressables, const Rect& pane, bool focused);
 
@@ -195,6 +200,8 @@ private:
     void AddPressables(Pressables& pressables, const Rect& area);
     void Press(const PointerPress& press);
     void Drag(Point at);
+    void DragTo(Point at);
+    void EndDrag();
     void PasteSelection(Point at);
     void ScrollSideways(int columns);
     TextPosition PositionAt(Point at) const;
@@ -215,6 +222,8 @@ private:
     Range drag_start_;                // what the press has selected that a drag extends
     int drag_clicks_ = 0;             // of that press, 0 when it was not on the text
     std::uint64_t dragged_text_ = 0;  // the revision that was pressed; a drag ends with it
+    std::optional<Point> held_at_;    // of a drag, outside the text
+    std::optional<double> drag_due_;  // when it goes on
 
     // What the row below the text asks for.
     enum class Asks : std::uint8_t { Nothing, Find, Line };

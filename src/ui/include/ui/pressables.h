@@ -26,6 +26,7 @@ struct Pressable {
     std::function<void(const PointerPress&)> press;  // the button went down inside
     std::function<void(Point)> middle;               // the middle button went down inside
     std::function<void(Point)> drag;                 // moved with the button held, outside too
+    std::function<void()> released;                  // the button was let go, wherever
     std::function<void(int steps, const Modifiers& with)> wheel;  // steps up are positive
     std::function<void()> focus;  // the button went down inside, also on what lies on top of it
 };
@@ -75,6 +76,7 @@ private:
     std::optional<Point> pointer_;
     std::optional<Point> pressed_;
     std::function<void(Point)> dragging_;  // until the button is let go
+    std::function<void()> released_;       // when it is
 };
 
 }  // namespace zo::ui
