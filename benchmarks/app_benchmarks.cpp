@@ -136,16 +136,19 @@ std::string Firmware(int lines) {
 std::vector<Kind> Kinds() {
     const zo::ui::TextInput x = {"x"};
     const Happening start = {nullptr, std::nullopt};
+    const Happening title = {nullptr, zo::ui::KeyPress{.key = zo::ui::Key::Escape}};
     const Happening bench = {nullptr, Letter(U'c')};
     return {
         {{{"program: start to the first frame", std::nullopt},
           {"program: a new size, 1440x900", zo::ui::WindowResized{kOtherSize}},
+          title,
           {"program: from the title to the bench", Letter(U'c')},
           {"program: a key goes down in the editor", Letter(U'x')},
           {"program: a letter typed", x},
           {"program: a blink of the caret", std::nullopt}},
          30},
         {{start,
+          title,
           bench,
           {nullptr, Control(U'v')},
           {nullptr, zo::ui::KeyPress{.key = zo::ui::Key::Up}},
@@ -154,6 +157,7 @@ std::vector<Kind> Kinds() {
          30,
          Firmware(256)},
         {{start,
+          title,
           bench,
           {"editor: 100,000 lines pasted", Control(U'v')},
           {"editor: a letter typed behind them", x},
@@ -161,7 +165,7 @@ std::vector<Kind> Kinds() {
           {"editor: the paste taken back", Control(U'z')}},
          10,
          Firmware(100000)},
-        {{start, bench, {"editor: 100,000 lines of errors pasted", Control(U'v')}},
+        {{start, title, bench, {"editor: 100,000 lines of errors pasted", Control(U'v')}},
          10,
          [] {
              std::string text;
