@@ -8,6 +8,7 @@
 #include "benchmarks.h"
 #include "gpu/fonts.h"
 #include "gpu/renderer.h"
+#include "native/system_disk.h"
 
 namespace bench {
 namespace {
@@ -97,7 +98,7 @@ public:
 private:
     Life& life_;
     fs::path folder_;
-    base::SystemDisk disk_;
+    zo::platform::SystemDisk disk_;
     Clock clock_;
 };
 

@@ -7,6 +7,7 @@
 #include "base/disk.h"
 #include "benchmarks.h"
 #include "json/parser.h"
+#include "native/system_disk.h"
 #include "peers/factory.h"
 #include "session/verify.h"
 
@@ -23,7 +24,7 @@ struct Conversation {
 };
 
 std::optional<Conversation> ReadConversation(const fs::path& folder) {
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     const auto text = disk.Read(folder / "ticket.json");
     const auto firmware = disk.Read(folder / "pass.lc1");
     json::Value value;

@@ -15,3 +15,12 @@ if(KEST_SANITIZERS)
         -fsanitize=${KEST_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(house INTERFACE -fsanitize=${KEST_SANITIZERS})
 endif()
+
+# Header-only libraries serve every system, unlike the rest of the headers beside them.
+if(CMAKE_CROSSCOMPILING)
+    file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/headers)
+    foreach(name IN ITEMS doctest stb)
+        file(CREATE_LINK /usr/include/${name} ${CMAKE_BINARY_DIR}/headers/${name} SYMBOLIC)
+    endforeach()
+    target_include_directories(house SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/headers)
+endif()

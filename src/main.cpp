@@ -1,11 +1,15 @@
 // Joins the program to the system it runs on.
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "app/application.h"
+#include "base/version.h"
 #include "gpu/fonts.h"
 #include "gpu/picture.h"
 #include "gpu/renderer.h"
+#include "native/program.h"
+#include "native/system_disk.h"
 #include "platform/clock.h"
 #include "platform/folders.h"
 #include "platform/sdl_audio.h"
@@ -34,6 +38,9 @@ public:
     std::optional<std::string> Environment(const char* name) override {
         return zo::platform::EnvironmentVariable(name);
     }
+    void ReportCrashes(const std::filesystem::path& folder) override {
+        zo::platform::ReportCrashes(folder, base::Version());
+    }
     bool HasNineWideFace() override { return zo::gpu::HasNineWideFace(); }
     std::vector<std::string> FontFamilies() override { return zo::gpu::FontFamilies(); }
     base::Status WritePicture(const zo::ui::Frame& frame, zo::ui::PixelSize size,
@@ -43,13 +50,15 @@ public:
 
 private:
     zo::platform::SteadyClock clock_;
-    base::SystemDisk disk_;
+    zo::platform::SystemDisk disk_;
 };
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    const std::vector<std::string_view> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+    zo::platform::JoinConsole();
+    const std::vector<std::string> given = zo::platform::ProgramArguments(argc, argv);
+    const std::vector<std::string_view> arguments(given.begin(), given.end());
     DesktopSystem system;
     return Kest::RunApplication(arguments, system);
 }

@@ -63,6 +63,7 @@ int Play(const LaunchOptions& options, const kp::Content& content, zo::platform:
     const auto lock = disk.Lock(data_folder / "lock");
     // Where the system has no locks the game is played without one.
     const bool alone = !lock || *lock != nullptr;
+    if (alone) system.ReportCrashes(data_folder);
     SoundEngine sounds(static_cast<std::uint32_t>(system.SystemClock().CalendarSeconds()));
     Shell shell({.content = content,
                  .clock = system.SystemClock(),

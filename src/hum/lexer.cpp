@@ -39,18 +39,20 @@ bool IsNameByte(char c) {
 }
 
 // The power of ten of a number's first digit that is not 0, so far as it matters.
-long Magnitude(std::string_view number) {
+std::int64_t Magnitude(std::string_view number) {
     const std::size_t exponent_at = std::min(number.find_first_of("eE"), number.size());
     const std::string_view digits = number.substr(0, exponent_at);
     const std::size_t point = std::min(digits.find('.'), digits.size());
     const std::size_t first = digits.find_first_of("123456789");
-    if (first == std::string_view::npos) return std::numeric_limits<long>::min();
-    long exponent = 0;
+    if (first == std::string_view::npos) return std::numeric_limits<std::int64_t>::min();
+    constexpr std::int64_t kLargest = 1000000000000;
+    std::int64_t exponent = 0;
     const bool negative = number.find('-', exponent_at) != std::string_view::npos;
     for (const char c : number.substr(exponent_at)) {
-        if (IsDigit(c)) exponent = std::min(exponent * 10 + (c - '0'), 1000000000000L);
+        if (IsDigit(c)) exponent = std::min(exponent * 10 + (c - '0'), kLargest);
     }
-    return (negative ? -exponent : exponent) + static_cast<long>(point) - static_cast<long>(first);
+    return (negative ? -exponent : exponent) + static_cast<std::int64_t>(point) -
+           static_cast<std::int64_t>(first);
 }
 
 }  // namespace

@@ -2,17 +2,12 @@
 
 #include <SDL.h>
 
-#include <cstdlib>
 #include <memory>
+
+#include "native/program.h"
 
 namespace zo::platform {
 namespace fs = std::filesystem;
-
-std::optional<std::string> EnvironmentVariable(const char* name) {
-    const char* const value = std::getenv(name);
-    if (value == nullptr) return std::nullopt;
-    return value;
-}
 
 #ifdef _WIN32
 fs::path UserDataFolder() {

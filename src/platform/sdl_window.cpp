@@ -8,8 +8,8 @@
 #include <string_view>
 #include <utility>
 
+#include "native/program.h"
 #include "platform/clock.h"
-#include "platform/folders.h"
 #include "presenter.h"
 #include "sdl_input.h"
 #include "sdl_pads.h"

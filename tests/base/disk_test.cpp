@@ -3,14 +3,12 @@
 #include <doctest/doctest.h>
 
 #include "support/faulty_disk.h"
-#include "support/own_folder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
 using fake::FaultyDisk;
-using support::OwnFolder;
 
 // More than a write ever needs.
 constexpr int kOperations = 9;
@@ -79,42 +77,4 @@ TEST_CASE("an atomic write that fails says what could not be done, where and why
         disk.failing = c.failing;
         CHECK(base::WriteAtomically(disk, "d/f", "new text").Message() == c.message);
     }
-}
-
-TEST_CASE("on the machine's disk a file is replaced and the one before it kept") {
-    const OwnFolder folder;
-    base::SystemDisk disk;
-    const fs::path file = folder.path / "sub" / "f.json";
-    CHECK_FALSE(base::WriteAtomically(disk, file, "x"));
-    REQUIRE(disk.MakeFolders(file.parent_path()));
-    const std::string second("two\r\n\0two", 9);
-    REQUIRE(base::WriteAtomically(disk, file, "one"));
-    REQUIRE(base::WriteAtomically(disk, file, second));
-    CHECK(*disk.Read(file) == second);
-    CHECK(*disk.Read(base::Suffixed(file, ".bak")) == "one");
-    CHECK(*disk.FilesUnder(folder.path) ==
-          std::vector<fs::path>{file, base::Suffixed(file, ".bak")});
-}
-
-TEST_CASE("what cannot be read gives the system's reason") {
-    const OwnFolder folder;
-    base::SystemDisk disk;
-    CHECK(disk.Read(folder.path / "none").Message() == "No such file or directory");
-    CHECK(disk.Read(folder.path).Message() == "Is a directory");
-    CHECK(disk.FilesUnder(folder.path / "none").Message() == "No such file or directory");
-    CHECK(disk.FilesUnder(folder.path)->empty());
-}
-
-TEST_CASE("a lock is held by one at a time, and let go with its holder") {
-    const OwnFolder folder;
-    base::SystemDisk disk;
-    auto first = disk.Lock(folder.path / "lock");
-    REQUIRE(first);
-    REQUIRE(*first);
-    const auto second = disk.Lock(folder.path / "lock");
-    REQUIRE(second);
-    CHECK(*second == nullptr);
-    first->reset();
-    CHECK(*disk.Lock(folder.path / "lock") != nullptr);
-    CHECK_FALSE(disk.Lock(folder.path / "none" / "lock"));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bench/bench.h"
+#include "native/system_disk.h"
 #include "support/cases.h"
 #include "support/game.h"
 
@@ -8,7 +9,7 @@ namespace support {
 
 // The small tickets of campaign/.
 inline kp::Content SmallCampaign() {
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     const auto store = kp::ContentStore::FromFolder(disk, PathOf("bench/campaign"));
     INFO(store.Message());
     REQUIRE(store);

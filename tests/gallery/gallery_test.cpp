@@ -13,6 +13,7 @@
 #include "capture.h"
 #include "game_places.h"
 #include "gpu/picture.h"
+#include "native/system_disk.h"
 #include "picture_faults.h"
 #include "recording.h"
 #include "scene.h"
@@ -71,7 +72,7 @@ void WritePicture(const Frame& frame, PixelSize size, std::string_view name, int
     const std::string file = base::Format(
         "%s %s-%s%s%s.png", gallery::FileName(name).c_str(), look == 0 ? "classic" : "modern",
         std::string(colouring).c_str(), detail.empty() ? "" : " ", std::string(detail).c_str());
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     std::filesystem::create_directories(KEST_GALLERY);
     const base::Status written =
         zo::gpu::WritePicture(frame, size, disk, std::filesystem::path(KEST_GALLERY) / file);

@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "canvas.h"
+#include "native/system_disk.h"
 
 using namespace gpu_test;
 
@@ -18,7 +19,7 @@ TEST_CASE("a picture has exactly the size asked for, and its pixels") {
     const zo::ui::PixelSize size = {29, 37};
     const std::filesystem::path path =
         std::filesystem::temp_directory_path() / "vantor-kest-picture-test.png";
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     REQUIRE(zo::gpu::WritePicture(frame, size, disk, path));
     const base::Result<std::string> png = disk.Read(path);
     REQUIRE(png);
@@ -41,7 +42,7 @@ TEST_CASE("a picture has exactly the size asked for, and its pixels") {
 }
 
 TEST_CASE("a picture that cannot be written says where and why") {
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     const base::Status status =
         zo::gpu::WritePicture(Blank(Classic(8, 1, 1)), {8, 16}, disk, "/no/such/folder/a.png");
     CHECK(status.Message() == "cannot write /no/such/folder/a.png (No such file or directory)");

@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "base/disk.h"
+#include "native/system_disk.h"
 #include "support/cases.h"
 #include "support/own_folder.h"
 
@@ -28,7 +29,7 @@ TEST_CASE("the program answers as its cases say") {
             CAPTURE(step.value);
             if (step.key == "file") {
                 std::filesystem::create_directories((folder.path / step.value).parent_path());
-                REQUIRE(base::SystemDisk().Write(folder.path / step.value, step.text));
+                REQUIRE(zo::platform::SystemDisk().Write(folder.path / step.value, step.text));
                 continue;
             }
             const std::string command = "cd '" + folder.path.string() + "' && '" HUM_PROGRAM "' " +

@@ -10,6 +10,7 @@
 
 #include "base/disk.h"
 #include "json/writer.h"
+#include "native/system_disk.h"
 #include "support/cases.h"
 #include "support/own_folder.h"
 #include "support/text.h"
@@ -50,7 +51,7 @@ private:
 
 void Bench::Write(const std::string& name, const std::string& text) const {
     fs::create_directories((folder_.path / name).parent_path());
-    REQUIRE(base::SystemDisk().Write(folder_.path / name, text));
+    REQUIRE(zo::platform::SystemDisk().Write(folder_.path / name, text));
 }
 
 void Bench::Call(const std::string& arguments) {

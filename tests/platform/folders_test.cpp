@@ -3,6 +3,9 @@
 #include <doctest/doctest.h>
 
 #include <cstdlib>
+#include <optional>
+
+#include "native/program.h"
 
 namespace fs = std::filesystem;
 

@@ -7,6 +7,7 @@
 
 #include <random>
 
+#include "native/system_disk.h"
 #include "save/progress.h"
 #include "support/fake_disk.h"
 #include "support/own_folder.h"
@@ -35,7 +36,7 @@ std::string TextOf(std::uint64_t number) {
 
 // Saves one state after the other, each told before it is begun, until it is killed.
 [[noreturn]] void SaveForEver(const fs::path& folder, std::uint64_t number, int tell) {
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     for (;; ++number) {
         const bool told = write(tell, &number, sizeof number) == sizeof number;
         if (!told || !Kest::SaveProgress(disk, folder, State(number))) _exit(1);
@@ -70,7 +71,7 @@ std::uint64_t LastBegun(const fs::path& folder, std::uint64_t from, unsigned sav
 TEST_CASE("a process killed at any moment leaves the old progress or the new one whole") {
     constexpr useconds_t kLongestMicroseconds = 2000;  // more than a save takes
     const support::OwnFolder folder;
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     std::mt19937 random(1996);
     std::uint64_t state = 1;
     REQUIRE(Kest::SaveProgress(disk, folder.path, State(state)));

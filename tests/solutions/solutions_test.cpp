@@ -4,6 +4,7 @@
 
 #include "base/disk.h"
 #include "content/lint.h"
+#include "native/system_disk.h"
 
 // Each ticket has a folder here: `plain.lc1` is the obvious solution, `pass` holds other good
 // ideas, `fail` wrong programs, each with the claim in its first line that it is held to, and
@@ -20,7 +21,7 @@ const kp::Content& BuiltIn() {
 
 TEST_CASE("the kept firmware passes, or fails where its first line says") {
     CHECK(BuiltIn().problems == std::vector<std::string>{});
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     const auto kept = kp::ReadSolutions(disk, KEST_SOLUTIONS);
     REQUIRE_MESSAGE(kept, kept.Message());
     for (const std::string& line : kp::LintSolutions(BuiltIn(), *kept)) FAIL_CHECK(line);

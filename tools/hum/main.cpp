@@ -3,6 +3,7 @@
 
 #include "base/version.h"
 #include "commands.h"
+#include "native/program.h"
 #include "subject.h"
 
 namespace hum_command {
@@ -78,7 +79,7 @@ Outcome Answer(const Request& request) {
     return command->run(request);
 }
 
-ExitCode Main(std::span<const char* const> arguments) {
+ExitCode Main(std::span<const std::string> arguments) {
     Request request;
     const std::optional<Problem> misread = ReadArguments(arguments, request);
     const Outcome outcome = misread ? Outcome(*misread) : Answer(request);
@@ -101,6 +102,6 @@ ExitCode Main(std::span<const char* const> arguments) {
 }  // namespace hum_command
 
 int main(int count, char** arguments) {
-    const std::span<const char* const> all(arguments, static_cast<std::size_t>(count));
-    return static_cast<int>(hum_command::Main(all.subspan(count > 0 ? 1 : 0)));
+    zo::platform::JoinConsole();
+    return static_cast<int>(hum_command::Main(zo::platform::ProgramArguments(count, arguments)));
 }

@@ -10,6 +10,7 @@
 #include "music/loudness.h"
 #include "music/mixer.h"
 #include "music/wav_file.h"
+#include "native/system_disk.h"
 #include "playing.h"
 
 namespace hum_command {
@@ -52,7 +53,7 @@ Outcome RunRender(const Request& request) {
     });
     std::string wav = Kest::WavHeader(static_cast<std::uint32_t>(samples.size() / 2));
     Kest::AppendSamples(wav, samples);
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     const std::string& file = request.files[1];
     if (const base::Status status = disk.Write(std::filesystem::path(file), wav); !status) {
         return Problem{"cannot write " + file + ": " + status.Message()};

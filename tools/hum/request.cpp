@@ -11,7 +11,7 @@ constexpr std::int64_t kMostSamples = 1000000000;
 
 class Reader {
 public:
-    Reader(std::span<const char* const> arguments, Request& request)
+    Reader(std::span<const std::string> arguments, Request& request)
         : arguments_(arguments), request_(request) {}
 
     std::optional<Problem> Read() {
@@ -91,7 +91,7 @@ private:
         request_.given |= kSet;
     }
 
-    std::span<const char* const> arguments_;
+    std::span<const std::string> arguments_;
     Request& request_;
     std::size_t next_ = 0;
     std::optional<Problem> problem_;
@@ -99,7 +99,7 @@ private:
 
 }  // namespace
 
-std::optional<Problem> ReadArguments(std::span<const char* const> arguments, Request& request) {
+std::optional<Problem> ReadArguments(std::span<const std::string> arguments, Request& request) {
     return Reader(arguments, request).Read();
 }
 

@@ -35,7 +35,7 @@ struct Request {
 };
 
 // Reads the arguments behind the program's name; the first problem is the one returned.
-std::optional<Problem> ReadArguments(std::span<const char* const> arguments, Request& request);
+std::optional<Problem> ReadArguments(std::span<const std::string> arguments, Request& request);
 
 // The name of the option, with its dashes.
 std::string_view OptionName(TakenOption option);

@@ -9,6 +9,7 @@
 #include "hum/assemble.h"
 #include "hum/compile.h"
 #include "music/song_texts.h"
+#include "native/system_disk.h"
 
 namespace hum_command {
 namespace {
@@ -46,7 +47,7 @@ std::string ReadStandardInput() {
 }  // namespace
 
 std::optional<Problem> LoadSubject(const Request& request, Subject& subject) {
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     FileIncludes includes(disk);
     const std::string& file = request.files[0];
     hum::ProgramText program;

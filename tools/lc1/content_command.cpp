@@ -2,6 +2,7 @@
 #include "campaign_text.h"
 #include "commands.h"
 #include "json_line.h"
+#include "native/system_disk.h"
 #include "text.h"
 
 namespace lc1 {
@@ -50,7 +51,7 @@ void PrintText(const kp::Content& content, bool colour) {
 }  // namespace
 
 Outcome RunContent(const Request& request) {
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     const base::Result<kp::ContentStore> store =
         kp::ContentStore::FromFolder(disk, request.files.front());
     if (!store) return FirstProblem(store.Message());

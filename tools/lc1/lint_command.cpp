@@ -1,11 +1,12 @@
 #include "commands.h"
 #include "content/lint.h"
+#include "native/system_disk.h"
 #include "text.h"
 
 namespace lc1 {
 
 Outcome RunLint(const Request& request) {
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     base::Result<kp::ContentStore> store = kp::ContentStore::BuiltIn();
     if (!request.files.empty()) {
         store = kp::ContentStore::FromFolder(disk, request.files.front());

@@ -3,6 +3,7 @@
 
 #include "campaign_text.h"
 #include "commands.h"
+#include "native/system_disk.h"
 #include "text.h"
 
 namespace lc1 {
@@ -10,7 +11,7 @@ namespace lc1 {
 Outcome RunList(const Request& request) {
     std::optional<std::vector<kp::Solutions>> kept;
     if ((request.given & kSolutions) != 0) {
-        base::SystemDisk disk;
+        zo::platform::SystemDisk disk;
         base::Result<std::vector<kp::Solutions>> read = kp::ReadSolutions(disk, request.solutions);
         if (!read) return Problem{read.Message()};
         kept = std::move(*read);

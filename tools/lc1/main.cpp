@@ -1,17 +1,11 @@
 #include <cstdio>
-#include <cstdlib>
 
 #include "base/format.h"
 #include "base/version.h"
 #include "commands.h"
 #include "json_line.h"
+#include "native/program.h"
 #include "text.h"
-
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
 
 namespace lc1 {
 namespace {
@@ -31,13 +25,8 @@ constexpr std::string_view kHelpEnd =
     "The exit code is 0 for a pass, 1 for a fail, 2 when there is no answer.\n";
 
 bool WantsColour() {
-    const char* refused = std::getenv("NO_COLOR");
-    if (refused != nullptr && *refused != '\0') return false;
-#ifdef _WIN32
-    return _isatty(_fileno(stdout)) != 0;
-#else
-    return isatty(STDOUT_FILENO) != 0;
-#endif
+    const bool is_refused = !zo::platform::EnvironmentVariable("NO_COLOR").value_or("").empty();
+    return !is_refused && zo::platform::OutputIsTerminal();
 }
 
 std::string Usage(const Command& command) {
@@ -124,7 +113,7 @@ void Report(const Problem& problem, bool as_json) {
     out.Number("column", problem.column);
 }
 
-ExitCode Main(std::span<const char* const> arguments) {
+ExitCode Main(std::span<const std::string> arguments) {
     Request request;
     const std::optional<Problem> misread = ReadArguments(arguments, request);
     request.colour = WantsColour();
@@ -142,6 +131,6 @@ ExitCode Main(std::span<const char* const> arguments) {
 }  // namespace lc1
 
 int main(int count, char** arguments) {
-    const std::span<const char* const> all(arguments, static_cast<std::size_t>(count));
-    return static_cast<int>(lc1::Main(all.subspan(count > 0 ? 1 : 0)));
+    zo::platform::JoinConsole();
+    return static_cast<int>(lc1::Main(zo::platform::ProgramArguments(count, arguments)));
 }

@@ -60,7 +60,7 @@ std::optional<std::int32_t> ReadNumber(std::string_view text) {
 
 class Reader {
 public:
-    Reader(std::span<const char* const> arguments, Request& request)
+    Reader(std::span<const std::string> arguments, Request& request)
         : arguments_(arguments), request_(request) {}
 
     std::optional<Problem> Read() {
@@ -132,7 +132,7 @@ private:
         request_.given |= row.option;
     }
 
-    std::span<const char* const> arguments_;
+    std::span<const std::string> arguments_;
     Request& request_;
     std::size_t next_ = 0;
     std::optional<Problem> problem_;
@@ -148,7 +148,7 @@ std::string_view NameOf(const Row (&rows)[size], TakenOption option) {
 
 }  // namespace
 
-std::optional<Problem> ReadArguments(std::span<const char* const> arguments, Request& request) {
+std::optional<Problem> ReadArguments(std::span<const std::string> arguments, Request& request) {
     return Reader(arguments, request).Read();
 }
 

@@ -39,7 +39,7 @@ struct Request {
 
 // Reads the arguments behind the program's name. All of them are read even when one is wrong, so
 // that --json counts wherever it stands; the first problem is the one returned.
-std::optional<Problem> ReadArguments(std::span<const char* const> arguments, Request& request);
+std::optional<Problem> ReadArguments(std::span<const std::string> arguments, Request& request);
 
 // The name of the option, with its dashes.
 std::string OptionName(TakenOption option);

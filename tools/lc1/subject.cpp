@@ -8,6 +8,7 @@
 #include "base/format.h"
 #include "content/content.h"
 #include "json/parser.h"
+#include "native/system_disk.h"
 
 namespace lc1 {
 namespace {
@@ -84,7 +85,7 @@ std::optional<Problem> ReadFirmware(const Request& request, std::string& firmwar
 }
 
 std::optional<Problem> ReadFile(const std::string& path, std::string& text) {
-    base::SystemDisk disk;
+    zo::platform::SystemDisk disk;
     base::Result<std::string> read = disk.Read(path);
     if (!read) return Problem{"cannot read " + path + ": " + read.Message()};
     text = std::move(*read);

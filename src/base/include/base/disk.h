@@ -47,25 +47,6 @@ public:
     virtual Result<std::unique_ptr<FileLock>> Lock(const std::filesystem::path& path) = 0;
 };
 
-// The machine's own file system.
-class SystemDisk final : public Disk {
-public:
-    bool Exists(const std::filesystem::path& path) override;
-    bool IsFolder(const std::filesystem::path& path) override;
-    Result<std::vector<std::filesystem::path>> FilesUnder(
-        const std::filesystem::path& folder) override;
-    Result<std::string> Read(const std::filesystem::path& path) override;
-    Status Write(const std::filesystem::path& path, std::string_view text) override;
-    Status Flush(const std::filesystem::path& path) override;
-    Status FlushFolder(const std::filesystem::path& folder) override;
-    Status Copy(const std::filesystem::path& from, const std::filesystem::path& to) override;
-    Status Rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
-    Status Remove(const std::filesystem::path& path) override;
-    Status RemoveFolder(const std::filesystem::path& folder) override;
-    Status MakeFolders(const std::filesystem::path& folder) override;
-    Result<std::unique_ptr<FileLock>> Lock(const std::filesystem::path& path) override;
-};
-
 // A path as UTF-8, for messages.
 std::string PathText(const std::filesystem::path& path);
 

@@ -73,6 +73,8 @@ public:
     virtual std::filesystem::path DataFolder() = 0;       // per user; may be missing
     virtual std::filesystem::path TemporaryFolder() = 0;  // the system's
     virtual std::optional<std::string> Environment(const char* name) = 0;
+    // From now on a crash leaves a report in the folder, where the system keeps none of its own.
+    virtual void ReportCrashes(const std::filesystem::path& /*folder*/) {}
     virtual bool HasNineWideFace() = 0;
     virtual std::vector<std::string> FontFamilies() = 0;
     // Writes the frame as a PNG of exactly this many pixels.
