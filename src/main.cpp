@@ -10,9 +10,9 @@
 #include "gpu/renderer.h"
 #include "native/program.h"
 #include "native/system_disk.h"
+#include "platform/audio.h"
 #include "platform/clock.h"
 #include "platform/folders.h"
-#include "platform/sdl_audio.h"
 #include "platform/sdl_window.h"
 #include "terminal/terminal.h"
 
@@ -27,7 +27,7 @@ public:
     }
     std::unique_ptr<zo::platform::AudioOutput> PlayAudio(
         zo::platform::AudioSource& source) override {
-        return zo::platform::PlayThroughSdl(source);
+        return zo::platform::PlayOnDevice(source);
     }
     zo::platform::Clock& SystemClock() override { return clock_; }
     base::Disk& SystemDisk() override { return disk_; }

@@ -1,4 +1,4 @@
-#include "platform/sdl_audio.h"
+#include "sdl_audio.h"
 
 #include <SDL.h>
 
@@ -7,13 +7,12 @@
 #include <thread>
 #include <utility>
 
+#include "silence_count.h"
+
 namespace zo::platform {
 namespace {
 
-constexpr int kSampleRate = 48000;
 constexpr Uint8 kChannels = 2;
-constexpr Uint16 kBlockFrames = 256;
-constexpr int kBlocksBeforeRest = 4 * kSampleRate / kBlockFrames;
 
 // Reaching the sound system and opening a device can take their time: they happen on a thread of
 // their own, which then sleeps until devices come or go.
@@ -76,10 +75,10 @@ private:
     // 0 when there is no device that opens.
     SDL_AudioDeviceID Open() {
         SDL_AudioSpec wanted = {};
-        wanted.freq = kSampleRate;
+        wanted.freq = SilenceCount::kSampleRate;
         wanted.format = AUDIO_S16SYS;
         wanted.channels = kChannels;
-        wanted.samples = kBlockFrames;
+        wanted.samples = SilenceCount::kBlockFrames;
         wanted.callback = &SdlAudio::Fill;
         wanted.userdata = this;
         return SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
@@ -99,9 +98,7 @@ private:
 
     // On the device's thread, which cannot rest its own device.
     void CountSilence() {
-        silent_blocks_ = source_.Silent() ? silent_blocks_ + 1 : 0;
-        if (silent_blocks_ < kBlocksBeforeRest) return;
-        silent_blocks_ = 0;
+        if (!silence_.Add(source_.Silent())) return;
         resting_.store(true);
         Wake();
     }
@@ -130,7 +127,7 @@ private:
     bool away_ = false;     // of the thread that has the events
     std::atomic<SDL_AudioDeviceID> lost_ = 0;
     std::atomic<std::uint32_t> changes_ = 0;
-    int silent_blocks_ = 0;  // of the device's thread
+    SilenceCount silence_;  // of the device's thread
     std::atomic<bool> resting_ = false;
     std::atomic<bool> stopping_ = false;
     std::thread keeper_;

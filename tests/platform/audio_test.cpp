@@ -9,7 +9,7 @@
 #include <fstream>
 #include <thread>
 
-#include "platform/sdl_audio.h"
+#include "sdl_audio.h"
 #include "support/own_folder.h"
 
 namespace {

@@ -49,14 +49,22 @@ void Put(HANDLE file, const char* text, int length) {
     if (length > 0) WriteFile(file, text, static_cast<DWORD>(length), &written, nullptr);
 }
 
-// Addresses count from the start of the program, which lies elsewhere at every start.
+// Addresses count from the start of what they lie in, which is elsewhere at every start.
 void PutPlace(HANDLE file, const char* what, const void* address) {
-    const auto place = reinterpret_cast<ULONG_PTR>(address);
-    const auto start = reinterpret_cast<ULONG_PTR>(GetModuleHandleW(nullptr));
-    char line[96];
+    HMODULE module = nullptr;
+    if (address == nullptr) return;
+    constexpr DWORD kByAddress =
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    if (GetModuleHandleExW(kByAddress, static_cast<LPCWSTR>(address), &module) == 0) return;
+    wchar_t path[MAX_PATH] = {};
+    const DWORD length = GetModuleFileNameW(module, path, MAX_PATH - 1);
+    const wchar_t* name = path + length;
+    while (name > path && name[-1] != L'\\') --name;
+    const auto offset = reinterpret_cast<ULONG_PTR>(address) - reinterpret_cast<ULONG_PTR>(module);
+    char line[96 + MAX_PATH];
     Put(file, line,
-        std::snprintf(line, sizeof line, "%s: program start + %llx\r\n", what,
-                      static_cast<unsigned long long>(place - start)));
+        std::snprintf(line, sizeof line, "%s: %ls + %llx\r\n", what, name,
+                      static_cast<unsigned long long>(offset)));
 }
 
 void PutHead(HANDLE file, DWORD code) {
@@ -88,7 +96,7 @@ void WriteReport(DWORD code, const void* address) {
 LONG WINAPI OnException(EXCEPTION_POINTERS* exception) {
     const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
     WriteReport(record.ExceptionCode, record.ExceptionAddress);
-    return EXCEPTION_CONTINUE_SEARCH;  // the system ends the program in its own way
+    return EXCEPTION_EXECUTE_HANDLER;  // the program ends, with the code of the exception
 }
 
 void OnAbort(int) {
