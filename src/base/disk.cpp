@@ -4,7 +4,7 @@ namespace base {
 namespace fs = std::filesystem;
 
 std::string PathText(const fs::path& path) {
-    const std::u8string text = path.u8string();
+    const std::u8string text = fs::path(path).make_preferred().u8string();
     return {text.begin(), text.end()};
 }
 

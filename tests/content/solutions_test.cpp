@@ -30,7 +30,8 @@ TEST_CASE("kept firmware is read by ticket, and other files are left alone") {
 
     CHECK(kp::ReadSolutions(disk, "none").Message() == "cannot read none");
     disk.unreadable = {"kept/t-1/pass/c.lc1"};
-    CHECK(kp::ReadSolutions(disk, "kept").Message() == "cannot read kept/t-1/pass/c.lc1");
+    CHECK(kp::ReadSolutions(disk, "kept").Message() ==
+          "cannot read " + base::PathText("kept/t-1/pass/c.lc1"));
 }
 
 TEST_CASE("a claim is a wrong program's first line, and needs a test and a sentence") {

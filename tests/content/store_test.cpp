@@ -34,8 +34,8 @@ TEST_CASE("a content folder with a problem leaves the built-in content in use") 
     disk.files["bad/missions/c.lc1"] = "halt";
     disk.unreadable = {"bad/missions/b.json", "bad/missions/c.lc1"};
     const kp::ChosenStore unreadable = kp::ChooseStore(disk, "bad");
-    CHECK(unreadable.problems ==
-          Names{"cannot read bad/missions/b.json", "cannot read bad/missions/c.lc1"});
+    CHECK(unreadable.problems == Names{"cannot read " + base::PathText("bad/missions/b.json"),
+                                       "cannot read " + base::PathText("bad/missions/c.lc1")});
     CHECK(unreadable.store.Names() == built_in);
 
     const kp::ChosenStore unnamed = kp::ChooseStore(disk, "");

@@ -11,6 +11,7 @@
 #include "save/settings.h"
 #include "support/fake_disk.h"
 #include "support/faulty_disk.h"
+#include "support/own_paths.h"
 #include "support/rounds.h"
 
 namespace fs = std::filesystem;
@@ -82,14 +83,14 @@ enum class Failing { Once, FromThenOn };
 std::string Complaint(const Kept& kept, int operation, Failing failing) {
     const std::string path = kept.path;
     const int step = operation - kept.before;
-    if (step < 0) return "cannot make data/firmware (no luck)";
+    if (step < 0) return support::OwnPaths("cannot make data/firmware (no luck)");
     // The backup may fail, and the replacing has a second attempt.
     if (step >= static_cast<int>(std::size(kComplaints)) ||
         (failing == Failing::Once && step > 1)) {
         return "";
     }
     const std::string_view what = kComplaints[step];
-    return what.empty() ? "" : std::string(what) + path + " (no luck)";
+    return what.empty() ? "" : std::string(what) + support::OwnPaths(path) + " (no luck)";
 }
 
 void CheckDamaged(const Kept& kept, const std::string& file) {
@@ -162,7 +163,7 @@ TEST_CASE("with a damaged file too, no failure takes the good backup away") {
             const base::Status saved = kept.save(disk, kNew);
             if (operation == 0) {
                 CHECK(saved.Message() ==
-                      "cannot set aside " + std::string(kept.path) + " (no luck)");
+                      "cannot set aside " + support::OwnPaths(kept.path) + " (no luck)");
             }
             disk.LosePower();
             const int state = kept.load(disk);

@@ -67,9 +67,9 @@ public:
 private:
     std::vector<fs::path> Beneath(const fs::path& folder) const {
         std::vector<fs::path> found;
-        const std::string start = (folder / "").string();
+        const std::string start = (folder / "").generic_string();
         for (const auto& [path, text] : files) {
-            if (path.string().starts_with(start)) found.push_back(path);
+            if (path.generic_string().starts_with(start)) found.push_back(path);
         }
         return found;
     }

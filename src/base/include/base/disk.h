@@ -47,7 +47,7 @@ public:
     virtual Result<std::unique_ptr<FileLock>> Lock(const std::filesystem::path& path) = 0;
 };
 
-// A path as UTF-8, for messages.
+// A path as UTF-8 and as the system writes it, for messages.
 std::string PathText(const std::filesystem::path& path);
 
 // The path from the folder on, as UTF-8 with forward slashes: the name of a file in a collection.
