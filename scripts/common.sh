@@ -4,6 +4,7 @@ build_packages=(g++ cmake ninja-build pkg-config libsdl2-dev libfreetype-dev lib
     fonts-jetbrains-mono)
 test_packages=(doctest-dev clang-format xvfb xauth xdotool x11-utils x11-xkb-utils openbox
     imagemagick tmux vim)
+wine_packages=(wine wine64 xvfb xdotool)
 windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev cmake ninja-build)
 
 say() { printf '%s\n' "$*" >&2; }

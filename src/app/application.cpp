@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "automation.h"
+#include "base/disk.h"
 #include "base/version.h"
 #include "capture.h"
 #include "command_line.h"
@@ -121,7 +122,7 @@ void PrintVersion() {
 
 int RenderSoundtrack(const std::string& file, zo::platform::System& system) {
     const base::Result<int> songs =
-        RenderAudioDiagnostic(system.SystemDisk(), std::filesystem::path(file));
+        RenderAudioDiagnostic(system.SystemDisk(), base::TextPath(file));
     if (!songs) {
         std::fprintf(stderr, "audio: %s\n", songs.Message().c_str());
         return 1;

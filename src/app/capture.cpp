@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "base/disk.h"
 #include "game_places.h"
 #include "scene.h"
 
@@ -51,7 +52,8 @@ int RunCapture(const LaunchOptions& options, const kp::Content& content,
     shell.OverrideSettings([&](Settings& settings) { Override(settings, options); });
     shell.SetWindow(options.size, DisplayScale(options.dots_per_inch));
     ShowScene(options.scene, options.capture_delay, clock, shell);
-    const base::Status written = system.WritePicture(shell.Draw(), options.size, options.capture);
+    const base::Status written =
+        system.WritePicture(shell.Draw(), options.size, base::TextPath(options.capture));
     if (written) return 0;
     std::fprintf(stderr, "capture: %s\n", written.Message().c_str());
     return 1;

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "base/disk.h"
+
 namespace Kest {
 namespace {
 
@@ -13,7 +15,7 @@ void PrintProblem(const std::string& line) {
 
 kp::Content LoadGameContent(zo::platform::System& system) {
     const std::string folder = system.Environment("VANTORKEST_CONTENT").value_or("");
-    const kp::ChosenStore chosen = kp::ChooseStore(system.SystemDisk(), folder);
+    const kp::ChosenStore chosen = kp::ChooseStore(system.SystemDisk(), base::TextPath(folder));
     for (const std::string& problem : chosen.problems) PrintProblem(problem);
     kp::Content content = kp::LoadContent(chosen.store);
     for (const std::string& problem : content.problems) PrintProblem(problem);

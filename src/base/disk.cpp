@@ -8,6 +8,10 @@ std::string PathText(const fs::path& path) {
     return {text.begin(), text.end()};
 }
 
+fs::path TextPath(std::string_view text) {
+    return {std::u8string(text.begin(), text.end())};
+}
+
 std::string NameBelow(const fs::path& folder, const fs::path& path) {
     const std::u8string name = path.lexically_relative(folder).generic_u8string();
     return {name.begin(), name.end()};

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "base/disk.h"
 #include "native/program.h"
 
 namespace zo::platform {
@@ -13,7 +14,7 @@ namespace fs = std::filesystem;
 fs::path UserDataFolder() {
     const std::unique_ptr<char, decltype(&SDL_free)> path(SDL_GetPrefPath("", "Vantor Kest"),
                                                           SDL_free);
-    return path ? fs::u8path(path.get()) : fs::path("Vantor Kest");
+    return path ? base::TextPath(path.get()) : fs::path("Vantor Kest");
 }
 #else
 // A relative path in XDG_DATA_HOME is to be taken as if it were not set.

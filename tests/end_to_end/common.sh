@@ -21,6 +21,13 @@ export LSAN_OPTIONS=suppressions=$work/known_leaks:print_suppressions=0
 export XDG_DATA_HOME=$work/data
 data=$work/data/vantor-kest
 mkdir -p "$XDG_DATA_HOME"
+# A Windows program keeps its files in the user's folder of Wine, on the X server there is.
+run=()
+if [ "${game%.exe}" != "$game" ]; then
+    run=(wine)
+    data="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/Vantor Kest"
+    rm -rf "$data"
+fi
 
 fail() {
     echo "FAILED: $*" >&2
@@ -40,6 +47,7 @@ wait_for() {
 }
 
 start_server() {
+    [ "${#run[@]}" -eq 0 ] || return 0
     Xvfb -displayfd 3 -screen 0 1440x900x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
     server_pid=$!
     wait_for 20 "the X server" test -s "$work/display"
@@ -56,7 +64,7 @@ start_manager() {
 # open_game [arguments...]: and gives its window the keyboard. What it says goes through a pipe, so
 # that a limit on its files does not silence it.
 open_game() {
-    "$game" "$@" 2> >(cat >"$work/errors") &
+    "${run[@]}" "$game" "$@" 2> >(cat >"$work/errors") &
     game_pid=$!
     wait_for 20 "the window" xdotool search --onlyvisible --name '^Vantor Kest$'
     window=$(xdotool search --onlyvisible --name '^Vantor Kest$' | head -n 1)
@@ -83,7 +91,7 @@ type_text() { xdotool type --delay 12 "$1"; }
 
 # Ends the program as the system does, and waits until it has left with success.
 stop_game() {
-    kill -TERM "$game_pid"
+    if [ "${#run[@]}" -eq 0 ]; then kill -TERM "$game_pid"; else press alt+F4; fi
     wait_for 10 "the program's end" sh -c "! kill -0 $game_pid"
     wait "$game_pid" || fail "the program left with $?"
     game_pid=

@@ -45,5 +45,6 @@ TEST_CASE("a picture that cannot be written says where and why") {
     zo::platform::SystemDisk disk;
     const base::Status status =
         zo::gpu::WritePicture(Blank(Classic(8, 1, 1)), {8, 16}, disk, "/no/such/folder/a.png");
-    CHECK(status.Message() == "cannot write /no/such/folder/a.png (No such file or directory)");
+    CHECK(status.Message() == "cannot write " + base::PathText("/no/such/folder/a.png") +
+                                  " (No such file or directory)");
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/disk.h"
 #include "native/program.h"
 
 namespace {
@@ -19,7 +20,7 @@ int Deepen(const volatile int* above) {
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments = zo::platform::ProgramArguments(argc, argv);
     if (arguments.size() != 2) return 2;
-    zo::platform::ReportCrashes(std::filesystem::u8path(arguments[0]), "0.0.0");
+    zo::platform::ReportCrashes(base::TextPath(arguments[0]), "0.0.0");
     volatile int zero = 0;
     int* volatile nowhere = nullptr;
     if (arguments[1] == "write") *nowhere = zero;

@@ -36,7 +36,8 @@ constexpr Command kCommands[] = {
     {"list", "FILE", "Compiles a program and prints its listing.", 0, 0, 1, RunList},
     {"run", "FILE --samples N", "Runs a program and writes its samples.",
      kSamples | kSkip | kSet | kJson, kSamples, 1, RunRun},
-    {"render", "FILE OUT.wav", "Renders a whole song with its fade-out.", kSet, 0, 2, RunRender},
+    {"render", "FILE OUT.wav", "Renders a whole song with its fade-out.", kSamples | kSet, 0, 2,
+     RunRender},
     {"measure", "FILE", "Measures how loud a whole song is and what it costs.", kSet | kJson, 0, 1,
      RunMeasure},
 };

@@ -15,7 +15,7 @@ constexpr std::string_view kHelpEnd =
     "Where there is no such file, the name of a song of the game stands for the song.\n"
     "What a file includes is looked up beside it.\n"
     "\n"
-    "  --samples N       the number of samples that run reports\n"
+    "  --samples N       the number of samples that run reports, and that render stops after\n"
     "  --skip K          samples that run runs before those, 0 unless given\n"
     "  --set NAME=VALUE  sets a param before the start; may be given again\n"
     "  --json            one JSON object instead of text; not for list or render\n"

@@ -19,13 +19,15 @@ namespace {
 constexpr std::int64_t kFade = 36000;  // samples
 constexpr std::int64_t kChunk = 4096;
 
-// Runs the song to its end or to where it stops, and gives on what the player would let be heard.
-void PlayWhole(hum::Machine& machine,
-               const std::function<void(std::span<const Kest::Frame>)>& hear) {
+// Runs this many samples of the song, or to its end or to where it stops, and gives on what the
+// player would let be heard.
+void Play(hum::Machine& machine, std::int64_t most,
+          const std::function<void(std::span<const Kest::Frame>)>& hear) {
     std::vector<Kest::Frame> frames(kChunk);
     std::int64_t left = machine.LengthSamples();
-    while (left > 0 && !machine.Stopped()) {
-        const auto count = static_cast<std::size_t>(std::min(left, kChunk));
+    const std::int64_t rest = std::max<std::int64_t>(left - most, 0);
+    while (left > rest && !machine.Stopped()) {
+        const auto count = static_cast<std::size_t>(std::min(left - rest, kChunk));
         const std::size_t ran = machine.Run({&frames.data()->left, 2 * count});
         for (Kest::Frame& frame : std::span(frames).first(ran)) {
             frame = frame * std::min(1.0F, static_cast<float>(left--) / kFade);
@@ -45,7 +47,9 @@ Outcome RunRender(const Request& request) {
     Playing playing;
     if (std::optional<Outcome> outcome = Start(request, playing)) return *outcome;
     std::vector<std::int16_t> samples;
-    PlayWhole(*playing.machine, [&](std::span<const Kest::Frame> frames) {
+    const bool is_part = (request.given & kSamples) != 0;
+    const std::int64_t most = is_part ? request.samples : playing.machine->LengthSamples();
+    Play(*playing.machine, most, [&](std::span<const Kest::Frame> frames) {
         for (const Kest::Frame& frame : frames) {
             samples.push_back(To16Bits(frame.left));
             samples.push_back(To16Bits(frame.right));
@@ -55,7 +59,7 @@ Outcome RunRender(const Request& request) {
     Kest::AppendSamples(wav, samples);
     zo::platform::SystemDisk disk;
     const std::string& file = request.files[1];
-    if (const base::Status status = disk.Write(std::filesystem::path(file), wav); !status) {
+    if (const base::Status status = disk.Write(base::TextPath(file), wav); !status) {
         return Problem{"cannot write " + file + ": " + status.Message()};
     }
     return ReportStop(*playing.machine);
@@ -66,7 +70,8 @@ Outcome RunMeasure(const Request& request) {
     if (std::optional<Outcome> outcome = Start(request, playing)) return *outcome;
     const hum::Machine& machine = *playing.machine;
     Kest::Loudness loudness;
-    PlayWhole(*playing.machine, [&](std::span<const Kest::Frame> frames) { loudness.Add(frames); });
+    Play(*playing.machine, machine.LengthSamples(),
+         [&](std::span<const Kest::Frame> frames) { loudness.Add(frames); });
     const double instructions = static_cast<double>(machine.InstructionCount()) /
                                 static_cast<double>(std::max<std::int64_t>(machine.Sample(), 1));
     std::printf(request.Json() ? "{\"ok\": true, \"loudness\": %.2f, \"true_peak\": %.2f, "

@@ -23,7 +23,7 @@ public:
 
     Text Find(std::string_view from, std::string_view name) override {
         const std::filesystem::path path =
-            std::filesystem::path(from).parent_path() / std::filesystem::path(name);
+            base::TextPath(from).parent_path() / base::TextPath(name);
         const std::filesystem::path known = path.lexically_normal();
         if (name.empty() || !disk_.Exists(known)) return {Found::No, {}, {}};
         const base::Result<std::string> text = disk_.Read(known);
@@ -55,24 +55,25 @@ std::optional<Problem> LoadSubject(const Request& request, Subject& subject) {
     std::string text;
     std::string name;
     std::string path;
-    const std::string_view song = disk.Exists(file) ? std::string_view() : Kest::SongSource(file);
+    const std::string_view song =
+        disk.Exists(base::TextPath(file)) ? std::string_view() : Kest::SongSource(file);
     if (file == kStandardInput) {
         text = ReadStandardInput();
     } else if (!song.empty()) {
         text = song;
         name = file + ".hum";
     } else {
-        base::Result<std::string> read = disk.Read(std::filesystem::path(file));
+        base::Result<std::string> read = disk.Read(base::TextPath(file));
         if (!read) return Problem{"cannot read " + file + ": " + read.Message()};
         text = std::move(*read);
-        path = base::PathText(std::filesystem::path(file).lexically_normal());
-        name = base::PathText(std::filesystem::path(file).filename());
+        path = base::PathText(base::TextPath(file).lexically_normal());
+        name = base::PathText(base::TextPath(file).filename());
     }
     program.name = name;
     program.path = path;
     program.text = text;
     if (request.library) program.library = Kest::SongLibrary();
-    const bool is_listing = std::filesystem::path(file).extension() == ".hasm";
+    const bool is_listing = base::TextPath(file).extension() == ".hasm";
     subject.fault = is_listing ? hum::Assemble(name, text, subject.program)
                                : hum::Compile(program, subject.program);
     return std::nullopt;

@@ -1,3 +1,4 @@
+#include "base/disk.h"
 #include "base/format.h"
 #include "campaign_text.h"
 #include "commands.h"
@@ -53,7 +54,7 @@ void PrintText(const kp::Content& content, bool colour) {
 Outcome RunContent(const Request& request) {
     zo::platform::SystemDisk disk;
     const base::Result<kp::ContentStore> store =
-        kp::ContentStore::FromFolder(disk, request.files.front());
+        kp::ContentStore::FromFolder(disk, base::TextPath(request.files.front()));
     if (!store) return FirstProblem(store.Message());
     const kp::Content content = kp::LoadContent(*store);
     if (request.json) {

@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <optional>
 
+#include "base/disk.h"
 #include "campaign_text.h"
 #include "commands.h"
 #include "native/system_disk.h"
@@ -12,7 +13,8 @@ Outcome RunList(const Request& request) {
     std::optional<std::vector<kp::Solutions>> kept;
     if ((request.given & kSolutions) != 0) {
         zo::platform::SystemDisk disk;
-        base::Result<std::vector<kp::Solutions>> read = kp::ReadSolutions(disk, request.solutions);
+        base::Result<std::vector<kp::Solutions>> read =
+            kp::ReadSolutions(disk, base::TextPath(request.solutions));
         if (!read) return Problem{read.Message()};
         kept = std::move(*read);
     }

@@ -55,7 +55,7 @@ std::optional<Problem> LoadTicket(const Request& request, kp::Ticket& ticket) {
     json::Error error;
     if (!json::Parse(text, value, error)) {
         const std::string& path = NamesFiles(request) ? request.ticket : request.files.front();
-        const std::string name = base::PathText(std::filesystem::path(path).filename());
+        const std::string name = base::PathText(base::TextPath(path).filename());
         return Problem{name + base::Format(":%u:%u: ", error.line, error.column) + error.message,
                        error.line, error.column};
     }
@@ -86,7 +86,7 @@ std::optional<Problem> ReadFirmware(const Request& request, std::string& firmwar
 
 std::optional<Problem> ReadFile(const std::string& path, std::string& text) {
     zo::platform::SystemDisk disk;
-    base::Result<std::string> read = disk.Read(path);
+    base::Result<std::string> read = disk.Read(base::TextPath(path));
     if (!read) return Problem{"cannot read " + path + ": " + read.Message()};
     text = std::move(*read);
     return std::nullopt;

@@ -99,6 +99,21 @@ LONG WINAPI OnException(EXCEPTION_POINTERS* exception) {
     return EXCEPTION_EXECUTE_HANDLER;  // the program ends, with the code of the exception
 }
 
+DWORD WINAPI ReportOverflow(void* address) {
+    WriteReport(EXCEPTION_STACK_OVERFLOW, address);
+    TerminateProcess(GetCurrentProcess(), EXCEPTION_STACK_OVERFLOW);
+    return 0;
+}
+
+// A stack that has run out has no room for a report: another thread's has.
+LONG CALLBACK OnOverflow(EXCEPTION_POINTERS* exception) {
+    const EXCEPTION_RECORD& record = *exception->ExceptionRecord;
+    if (record.ExceptionCode != EXCEPTION_STACK_OVERFLOW) return EXCEPTION_CONTINUE_SEARCH;
+    CreateThread(nullptr, 0, &ReportOverflow, record.ExceptionAddress, 0, nullptr);
+    Sleep(INFINITE);
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
 void OnAbort(int) {
     WriteReport(kAborted, reinterpret_cast<const void*>(&OnAbort));
     TerminateProcess(GetCurrentProcess(), 3);  // as abort() does
@@ -120,9 +135,7 @@ void ReportCrashes(const std::filesystem::path& folder, std::string_view version
         return;
     }
     version.copy(report.version, sizeof report.version - 1);
-    // A stack that has run out still has room for the handler.
-    ULONG guarantee = 64 * 1024;
-    SetThreadStackGuarantee(&guarantee);
+    AddVectoredExceptionHandler(1, &OnOverflow);
     SetUnhandledExceptionFilter(&OnException);
     std::signal(SIGABRT, &OnAbort);
 }

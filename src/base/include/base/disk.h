@@ -50,6 +50,9 @@ public:
 // A path as UTF-8 and as the system writes it, for messages.
 std::string PathText(const std::filesystem::path& path);
 
+// The path that UTF-8 text names, as it comes from a command line or a file.
+std::filesystem::path TextPath(std::string_view text);
+
 // The path from the folder on, as UTF-8 with forward slashes: the name of a file in a collection.
 std::string NameBelow(const std::filesystem::path& folder, const std::filesystem::path& path);
 
