@@ -5,6 +5,7 @@ build_packages=(g++ cmake ninja-build pkg-config libsdl2-dev libfreetype-dev lib
 test_packages=(doctest-dev clang-format xvfb xauth xdotool x11-utils x11-xkb-utils openbox
     imagemagick tmux vim)
 wine_packages=(wine wine64 xvfb xdotool)
+package_packages=(debhelper lintian zip xz-utils git)
 windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev cmake ninja-build)
 
 say() { printf '%s\n' "$*" >&2; }
@@ -31,7 +32,7 @@ build() {
     local preset=$1
     shift
     [ -f "build/$preset/build.ninja" ] || { say "Configuring build/$preset."; cmake --preset "$preset" >/dev/null; }
-    local targets=()
+    local targets=() name
     for name in "$@"; do targets+=(--target "$name"); done
     cmake --build "build/$preset" "${targets[@]}" -- --quiet
 }
