@@ -48,6 +48,15 @@ void Complain(std::string_view sentence) {
     std::fprintf(stderr, "save: %.*s\n", static_cast<int>(sentence.size()), sentence.data());
 }
 
+// Lines that the window has no place for go to the error stream, each at once.
+std::function<void(std::string_view)> SpeechOf(zo::platform::Window& window) {
+    return [&window](std::string_view line) {
+        if (!window.Say(line)) {
+            std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+        }
+    };
+}
+
 // Two copies at once would write over each other's files, so the second one leaves.
 void TurnAway(Shell& shell) {
     Complain(kAlreadyRunning);
@@ -77,6 +86,7 @@ int Play(const LaunchOptions& options, const kp::Content& content, zo::platform:
                  .places = GamePlaces(),
                  .sounds = &sounds,
                  .complain = Complain});
+    if (options.speak) shell.SpeakTo(SpeechOf(window));
     shell.OverrideSettings([&](Settings& settings) { Override(settings, options); });
     shell.SetWindow(window.Size(), window.DisplayScale());
     if (alone) {

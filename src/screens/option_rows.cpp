@@ -23,6 +23,7 @@ using zo::ui::Slider;
 
 constexpr int kBehindCheck = 2;  // blanks
 constexpr std::string_view kTubesOnly = "Amber and green monitors only";
+constexpr std::string_view kNotInTerminal = "Not in a terminal";
 constexpr std::string_view kNotPlaying = "Not playing";
 
 void AskToReset(Shell& shell) {
@@ -88,6 +89,13 @@ bool IsOn(const OptionRow& row, const Settings& settings) {
     return row.kind == OptionKind::Coaching ? settings.Coaches() : settings.*row.on;
 }
 
+// Why a row has no use now; empty when it has.
+std::string_view WhyNot(const OptionRow& row, const Shell& shell) {
+    const bool of_window = row.kind == OptionKind::Tube || row.on == &Settings::full_screen;
+    if (of_window && shell.InCells()) return kNotInTerminal;
+    return row.kind == OptionKind::Tube && !shell.Settings().HasTube() ? kTubesOnly : "";
+}
+
 Chooser SpeedChooser(const Shell& shell) {
     return {.names = kSpeedNames, .chosen = shell.Settings().run_speed};
 }
@@ -129,7 +137,7 @@ std::string ExplanationOf(const OptionRow& row, const Shell& shell) {
 }
 
 bool IsAvailable(const OptionRow& row, const Shell& shell) {
-    return row.kind != OptionKind::Tube || shell.Settings().HasTube();
+    return WhyNot(row, shell).empty();
 }
 
 void StepOption(const OptionRow& row, Shell& shell, int by) {
@@ -220,14 +228,15 @@ void DrawOptionControl(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables, P
     }
     if (row.kind == OptionKind::Song || row.kind == OptionKind::Command) return;
 
-    const bool available = IsAvailable(row, shell);
+    const std::string_view why_not = WhyNot(row, shell);
+    const bool available = why_not.empty();
     const CheckBox box = {.check = !available            ? Check::Unavailable
                                    : IsOn(row, settings) ? Check::On
                                                          : Check::Off,
                           .surface = surface};
     at.x = DrawCheckBox(canvas, pressables, at, box, [&row, &shell] { SwitchOption(row, shell); }) +
            kBehindCheck;
-    if (!available) canvas.Text(at.x, at.y, kTubesOnly, surface.off);
+    if (!available) canvas.Text(at.x, at.y, why_not, surface.off);
     if (row.kind != OptionKind::Volume) return;
     Slider slider = SliderOf(row, settings);
     slider.surface = surface;

@@ -103,6 +103,11 @@ double Splash::Seconds() const {
     return shell_.Now() - entered_at_;
 }
 
+void Splash::Describe(Speech& speech) const {
+    speech = {};
+    speech.focus = "Vantor Kest. " + std::string(kAnyKey) + ".";
+}
+
 std::optional<double> Splash::NextFrameAt() const {
     if (stays_ || named_) return std::nullopt;
     return shell_.Settings().motion ? shell_.Now() : entered_at_ + kStartSeconds;

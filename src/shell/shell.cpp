@@ -75,6 +75,11 @@ void Shell::OverrideSettings(const SettingsChange& change) {
     ApplySettings();
 }
 
+void Shell::SpeakTo(Speaker::Say say) {
+    speaker_.emplace(std::move(say));
+    redraw_ = true;
+}
+
 // The file keeps the player's choices alone, without what holds for this run.
 void Shell::ChangeSettings(const SettingsChange& change) {
     const bool full_screen = settings_.full_screen;
@@ -144,6 +149,7 @@ void Shell::Advance() {
         redraw_ = true;
     }
     if (const std::optional<double> due = NextScreenFrameAt()) redraw_ |= *due <= now_;
+    if (speaker_ && speaker_->DueAt()) redraw_ |= *speaker_->DueAt() <= now_;
     caret_due_ = next_blink_ && *next_blink_ <= now_;
 }
 
@@ -168,6 +174,7 @@ double Shell::SecondsToNextFrame() const {
     std::optional<double> next = NextScreenFrameAt();
     if (!message_.text.empty()) TakeEarlier(next, message_.until);
     if (!minimised_) TakeEarlier(next, next_blink_);
+    if (speaker_ && !minimised_) TakeEarlier(next, speaker_->DueAt());
     return next ? std::max(*next - now_, 0.0) : -1;
 }
 

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "shell/shell.h"
 
 namespace Kest {
@@ -23,6 +25,24 @@ void Shell::DrawPicture() {
     DrawBars(canvas);
     pressables_stale_ = false;
     caret_ = frame_.caret;
+    if (speaker_) Speak();
+}
+
+void Shell::Speak() {
+    const Screen* top = Top();
+    if (top == nullptr) return;
+    Speech speech = ReadSpeech(frame_, top->FocusedPane());
+    if (speech.focus.empty()) {
+        speech.focus = record_.title;
+    } else if (!record_.title.empty() && speech.focus != record_.title) {
+        speech.focus = record_.title + ", " + speech.focus;
+    }
+    speech.focus = TitleInWords(speech.focus);
+    const bool message = !message_.text.empty();
+    speech.status = message ? message_.text : record_.standing;
+    speech.is_alert = message ? message_.alert : record_.standing_alert;
+    top->Describe(speech);
+    speaker_->Tell(speech, now_);
 }
 
 // Only what lies on top answers the pointer and has a caret.
@@ -31,6 +51,7 @@ void Shell::DrawScreens(zo::ui::Canvas& canvas) {
     const auto draw = [&](Screen& screen) {
         frame_.caret = {};
         pressables_.SetOpen(&screen == top);
+        if (speaker_ && &screen == top) LetGoOfFocus(frame_);
         screen.Draw(canvas, pressables_);
     };
     if (current_) draw(*current_);
@@ -46,6 +67,20 @@ void Shell::DescribeFrame() {
     };
     if (current_) describe(*current_);
     for (const auto& overlay : overlays_) describe(*overlay);
+    NameControlPrefix();
+}
+
+// Behind the keys that every keyboard has.
+void Shell::NameControlPrefix() {
+    const std::string_view name = parts_.window ? parts_.window->ControlPrefix() : "";
+    if (name.empty() || record_.keys.empty()) return;
+    const auto first_with = std::ranges::find_if(record_.keys, [](const zo::ui::KeyItem& item) {
+        return item.key.with != zo::ui::Modifiers{};
+    });
+    record_.keys.insert(first_with, {.cap = name,
+                                     .word = "Ctrl",
+                                     .hint = "Gives the next key Ctrl; twice Alt; three times "
+                                             "makes F1 to F10 of 1 to 0."});
 }
 
 void Shell::DrawBars(zo::ui::Canvas& canvas) {

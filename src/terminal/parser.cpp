@@ -48,7 +48,7 @@ void Parser::Read(std::string_view bytes, std::vector<Report>& reports) {
 void Parser::TimeOut(std::vector<Report>& reports) {
     if (!WaitsAfterEscape()) return;
     reports_ = &reports;
-    if (std::exchange(alt_, false)) ReportKey({.key = Key::Escape});
+    ReportLoneEscape();
     if (state_ == State::Escape) {
         ReportKey({.key = Key::Escape});
     } else if (length_ == 0) {
@@ -167,15 +167,12 @@ void Parser::StepEscape(std::uint8_t byte) {
             return Begin(State::String);
         case kEscape:
             // Twice the key, or Alt with one that begins with it.
-            if (alt_) {
-                alt_ = false;
-                ReportKey({.key = Key::Escape});
-            }
+            ReportLoneEscape();
             alt_ = true;
             state_ = State::Escape;
             return;
         default:
-            if (std::exchange(alt_, false)) ReportKey({.key = Key::Escape});
+            ReportLoneEscape();
             alt_ = true;
             return StepGround(byte);
     }
@@ -208,12 +205,23 @@ void Parser::StepSequence(std::uint8_t byte) {
     } else if (byte >= 0x40) {
         state_ = State::Ground;
         EndSequence(static_cast<char>(byte));
-        alt_ = false;
+        ReportLoneEscape();
     }
 }
 
 int Parser::Number(std::size_t index, int otherwise) const {
     return numbers_[index] < 0 ? otherwise : numbers_[index];
+}
+
+// An Esc was the key, since what came behind it is no key that it could belong to: the terminal
+// said something by itself.
+void Parser::ReportLoneEscape() {
+    if (std::exchange(alt_, false)) ReportKey({.key = Key::Escape});
+}
+
+void Parser::ReportNews(Report report) {
+    ReportLoneEscape();
+    reports_->push_back(std::move(report));
 }
 
 void Parser::EndSequence(char last) {
@@ -223,7 +231,7 @@ void Parser::EndSequence(char last) {
     }
     if (prefix_ == '?' && intermediate_ == '$' && last == 'y') {
         const int value = Number(1, 0);
-        reports_->push_back(ModeReport{Number(0, 0), value == 1 || value == 2});
+        ReportNews(ModeReport{Number(0, 0), value == 1 || value == 2});
         return;
     }
     if (prefix_ != 0 || intermediate_ != 0) return;
@@ -234,15 +242,14 @@ void Parser::EndSequence(char last) {
             return EndCode();
         case 'I':
         case 'O':
-            reports_->push_back(FocusReport{last == 'I'});
-            return;
+            return ReportNews(FocusReport{last == 'I'});
         case 'n':
-            if (Number(0, -1) == 0) reports_->push_back(StatusReport{});
+            if (Number(0, -1) == 0) ReportNews(StatusReport{});
             return;
         case 'R':
             // The first row's could as well be F3 with a modifier, so nobody asks there.
             if (Number(0, 1) > 1) {
-                reports_->push_back(CursorReport{Number(1, 1) - 1, Number(0, 1) - 1});
+                ReportNews(CursorReport{Number(1, 1) - 1, Number(0, 1) - 1});
                 return;
             }
             break;
@@ -262,6 +269,7 @@ void Parser::EndSequence(char last) {
 void Parser::EndNumbered() {
     const int name = Number(0, 0);
     if (name == 200) {
+        ReportLoneEscape();
         paste_.clear();
         ending_ = 0;
         state_ = State::Paste;
@@ -286,10 +294,10 @@ void Parser::StepOldMouse(std::uint8_t byte) {
     old_mouse_[count_++] = byte - 32;
     if (count_ < old_mouse_.size()) return;
     state_ = State::Ground;
-    alt_ = false;
     const bool released = (old_mouse_[0] & 3) == 3 && (old_mouse_[0] & 32) == 0;
     const int code = released ? old_mouse_[0] & ~3 : old_mouse_[0];
     ReportMouse(code, old_mouse_[1] - 1, old_mouse_[2] - 1, !released);
+    ReportLoneEscape();
 }
 
 void Parser::ReportMouse(int code, int x, int y, bool pressed) {
@@ -312,7 +320,7 @@ void Parser::ReportMouse(int code, int x, int y, bool pressed) {
         mouse.action = pressed ? ui::PointerAction::Press : ui::PointerAction::Release;
         mouse.button = button + 1;
     }
-    reports_->push_back(mouse);
+    ReportNews(mouse);
 }
 
 void Parser::StepString(std::uint8_t byte) {
@@ -346,8 +354,7 @@ void Parser::StepPaste(std::uint8_t byte) {
 
 void Parser::EndPaste() {
     state_ = State::Ground;
-    alt_ = false;
-    reports_->push_back(Paste{WithLineFeeds(paste_)});
+    ReportNews(Paste{WithLineFeeds(paste_)});
     paste_ = {};
 }
 

@@ -84,6 +84,8 @@ private:
     void EndPaste();
     void ReportMouse(int code, int x, int y, bool pressed);
     void ReportKey(ui::KeyPress press);
+    void ReportLoneEscape();
+    void ReportNews(Report report);
     void ReportNamed(ui::Key key, int modifiers);
     int Number(std::size_t index, int otherwise) const;
 

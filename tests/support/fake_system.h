@@ -34,6 +34,8 @@ struct Screen {
     std::string clipboard;
     std::string selected;
     bool full_screen = false;
+    bool in_cells = false;          // it is a terminal
+    std::vector<std::string> said;  // there, which else has no place for it
 };
 
 // When its events have run out it lets a wait pass on the clock, and a wait without an end closes
@@ -63,6 +65,12 @@ public:
     void SetClipboardText(const std::string& text) override { screen_.clipboard = text; }
     std::string SelectedText() override { return screen_.selected; }
     void SetSelectedText(const std::string& text) override { screen_.selected = text; }
+    bool InCells() const override { return screen_.in_cells; }
+    std::string_view ControlPrefix() const override { return screen_.in_cells ? "Ctrl+O" : ""; }
+    bool Say(std::string_view line) override {
+        if (screen_.in_cells) screen_.said.emplace_back(line);
+        return screen_.in_cells;
+    }
 
 private:
     static constexpr double kPatience = 10;  // seconds

@@ -92,6 +92,10 @@ struct Game {
         Point(at, zo::ui::PointerAction::Press, button);
         Point(at, zo::ui::PointerAction::Release, button);
     }
+    // What is said from now on is in `said`, a line each.
+    void Listen() {
+        shell.SpeakTo([this](std::string_view line) { said += std::string(line) + "\n"; });
+    }
     void Wait(double seconds) {
         system.clock.seconds += seconds;
         shell.Advance();
@@ -109,6 +113,7 @@ struct Game {
 
     System system;
     Sounds sounds;
+    std::string said;
     kp::Content content;
     Window window;
     Kest::Shell shell;

@@ -22,6 +22,8 @@
 //     status Tick 4.            what the status line begins with; or the row, behind a bar
 //     keybar
 //     heard 3 21                the effects since the step before it that asked
+//     listen                    the game begins to say what happens
+//     said Menu                 what it has said since the step before it that asked
 //     top bench                 the topmost screen
 //     close                     the topmost overlay
 //     capture errors            a capture's request; `refuse` for one that is not known
@@ -96,6 +98,12 @@ inline bool Play(Game& game, const support::Step& step) {
         return true;
     } else if (step.key == "heard") {
         CHECK(std::exchange(game.sounds.heard, {}) == value);
+    } else if (step.key == "listen") {
+        game.Listen();
+    } else if (step.key == "said") {
+        game.Draw();
+        const std::string wanted = step.text.empty() ? value + "\n" : step.text;
+        CHECK(std::exchange(game.said, {}) == (wanted == "\n" ? "" : wanted));
     } else if (step.key == "wait") {
         game.Wait(std::stod(value));
     } else if (step.key == "show") {

@@ -110,6 +110,8 @@ TEST_CASE("what a terminal sends is read") {
         {"^[0n", "shown"},
         {"^[?62;c^[?1u^[>1;2c", ""},
         {"^]11;rgb:0/0/0\ax^P1$r^\\y", "X 'x' Y 'y'"},
+        {"^^[0n^^[<0;1;1M^^[I", "Esc shown Esc press1@0,0 Esc in"},
+        {"^^[200~x^[201~^^[?62;c", "Esc paste(x) Esc"},
         // What is broken is left out, and what follows it is read.
         {"\xff\xc3(x", "( '(' X 'x'"},
         {"^[1;2\x18x", "X 'x'"},

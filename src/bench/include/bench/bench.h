@@ -42,6 +42,8 @@ public:
     bool Key(const zo::ui::KeyPress& key) override;
     bool Text(std::string_view utf8) override;
     std::span<const PadKey> PadKeys() const override { return BenchPadKeys(); }
+    std::optional<zo::ui::Rect> FocusedPane() const override;
+    void Describe(Speech& speech) const override;
     std::optional<MusicScene> Music() const override;
     base::Status SaveWork() override;
     // "empty", "errors", "completing", "finding", "selected", "running", "paused", "failed",
@@ -128,6 +130,8 @@ private:
     bool KeyInPanel(const zo::ui::KeyPress& key);
     bool KeyOf(Panel panel, const zo::ui::KeyPress& key);
     int HintsShown() const;
+
+    std::string FirmwareLine(int line) const;
 
     // Drawing (bench_draw.cpp).
     void LayOut(int columns, int rows);

@@ -18,6 +18,7 @@ public:
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
     void DescribeFrame(FrameRecord& record) const override { record.bars = false; }
     std::optional<double> NextFrameAt() const override;
+    void Describe(Speech& speech) const override;
     bool Key(const zo::ui::KeyPress& key) override;
     bool AnyButton() override;
     std::optional<MusicScene> Music() const override { return MusicScene::Title; }

@@ -9,6 +9,7 @@
 #include "base/result.h"
 #include "cells/input.h"
 #include "music/song_player.h"
+#include "shell/speech.h"
 #include "ui/canvas.h"
 #include "ui/pressables.h"
 #include "ui/widgets.h"
@@ -83,6 +84,8 @@ public:
 
     // Where the highlight stands: a number that changes when it moves, which is heard.
     virtual int Highlight() const { return 0; }
+    // Puts what the screen knows better into what its cells say of the place that has the focus.
+    virtual void Describe(Speech& /*speech*/) const {}
     // What the music is to go with; nothing for a small thing over a screen, which changes nothing.
     virtual std::optional<MusicScene> Music() const { return std::nullopt; }
 

@@ -19,6 +19,7 @@
 #include "shell/caret_blink.h"
 #include "shell/places.h"
 #include "shell/screen.h"
+#include "shell/speaker.h"
 
 namespace Kest {
 
@@ -91,6 +92,8 @@ public:
     // The window is going away. Everything is saved; when that fails the player is asked first,
     // unless this comes a second time.
     void Quit();
+    // Says in plain lines what changes on the screen from now on.
+    void SpeakTo(Speaker::Say say);
     // Keeps the caret from blinking, so that every picture shows it.
     void HoldCaret() { hold_caret_ = true; }
 
@@ -190,7 +193,9 @@ private:
     void DrawPicture();
     void DrawScreens(zo::ui::Canvas& canvas);
     void DescribeFrame();
+    void NameControlPrefix();
     void DrawBars(zo::ui::Canvas& canvas);
+    void Speak();
     bool CaretBlinks() const;
     void BlinkCaret();
     std::string SaveWork();
@@ -215,6 +220,7 @@ private:
 
     Message message_;
     FrameRecord record_;
+    std::optional<Speaker> speaker_;
     zo::ui::Pressables pressables_;
     std::function<void(const zo::ui::KeyPress&)> press_key_;  // what the key bar calls
     bool pressables_stale_ = true;  // the screens changed since the list was filled

@@ -101,7 +101,9 @@ public:
     void SetReadOnly(bool read_only);
 
     EditorMarks& Marks() { return marks_; }
+    const EditorMarks& Marks() const { return marks_; }
     std::vector<int>& Breakpoints() { return state_.document.Marks(); }
+    const std::vector<int>& Breakpoints() const { return state_.document.Marks(); }
 
     // Each returns whether the key or the text was used. Keys with Alt are not.
     bool Key(const KeyPress& key);
