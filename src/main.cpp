@@ -1,6 +1,7 @@
 // Joins the program to the system it runs on.
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/application.h"
@@ -23,7 +24,11 @@ public:
     base::Result<std::unique_ptr<zo::platform::Window>> OpenWindow(
         const zo::platform::WindowOptions& options) override {
         if (options.in_terminal) return zo::term::OpenTerminal(options);
-        return zo::platform::OpenSdlWindow(options, zo::gpu::MakeRenderer());
+        auto window = zo::platform::OpenSdlWindow(options, zo::gpu::MakeRenderer());
+        if (window) return window;
+        // Without a display the game still plays where it was started, if that is a terminal.
+        auto terminal = zo::term::OpenTerminal(options);
+        return terminal ? std::move(terminal) : std::move(window);
     }
     std::unique_ptr<zo::platform::AudioOutput> PlayAudio(
         zo::platform::AudioSource& source) override {

@@ -94,6 +94,7 @@ void Title::DescribeFrame(FrameRecord& record) const {
                       : IsOnTop()           ? std::string(menu_.ChosenHint())
                                             : std::string();
     record.keys.assign(std::begin(kKeys), std::end(kKeys));
+    if (shell_.InCells()) record.keys.pop_back();  // a terminal is as large as its own window
 }
 
 }  // namespace Kest
