@@ -139,6 +139,8 @@ std::vector<Kind> Kinds() {
     const Happening start = {nullptr, std::nullopt};
     const Happening title = {nullptr, zo::ui::KeyPress{.key = zo::ui::Key::Escape}};
     const Happening bench = {nullptr, Letter(U'c')};
+    const Happening binder = {nullptr, zo::ui::KeyPress{.key = zo::ui::Key::F1}};
+    const zo::ui::KeyPress next_page = {.key = zo::ui::Key::PageDown, .with = {.control = true}};
     return {
         {{{"program: start to the first frame", std::nullopt},
           {"program: a new size, 1440x900", zo::ui::WindowResized{kOtherSize}},
@@ -166,6 +168,16 @@ std::vector<Kind> Kinds() {
           {"editor: the paste taken back", Control(U'z')}},
          10,
          Firmware(100000)},
+        {{start,
+          title,
+          bench,
+          binder,
+          {nullptr, next_page},
+          {"binder: a page turned", next_page},
+          {nullptr, Letter(U'/')},
+          {"binder: the first letter searched for", zo::ui::TextInput{"c"}},
+          {"binder: a letter added to it", zo::ui::TextInput{"r"}}},
+         30},
         {{start, title, bench, {"editor: 100,000 lines of errors pasted", Control(U'v')}},
          10,
          [] {

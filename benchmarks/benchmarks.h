@@ -20,6 +20,8 @@ void RunMusic(Report& report);
 void RunPictures(Report& report);
 // Runs on the bench: past ticks, the trace, a verify.
 void RunBench(Report& report);
+// What the bench sends to a terminal.
+void RunTerminal(Report& report);
 // The whole program but for the system it runs on, from its start on.
 void RunApp(Report& report);
 

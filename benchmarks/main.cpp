@@ -10,6 +10,7 @@ int main(int argc, char** argv) {
     bench::RunMusic(report);
     bench::RunPictures(report);
     bench::RunBench(report);
+    bench::RunTerminal(report);
     bench::RunApp(report);
     return 0;
 }

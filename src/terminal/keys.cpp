@@ -32,6 +32,10 @@ constexpr Named<int> kNumbers[] = {
     {13, Key::F3},      {14, Key::F4},    {15, Key::F5},    {17, Key::F6},  {18, Key::F7},
     {19, Key::F8},      {20, Key::F9},    {21, Key::F10},   {23, Key::F11}, {24, Key::F12}};
 
+// F keys with Shift, as the system's own console numbers them.
+constexpr Named<int> kShifted[] = {{25, Key::F1}, {26, Key::F2}, {28, Key::F3}, {29, Key::F4},
+                                   {31, Key::F5}, {32, Key::F6}, {33, Key::F7}, {34, Key::F8}};
+
 // The keypad has numbers of its own.
 constexpr Named<char32_t> kCodes[] = {
     {8, Key::Backspace},   {9, Key::Tab},       {13, Key::Enter},     {27, Key::Escape},
@@ -61,6 +65,10 @@ Key KeyOfLetter(char letter) {
 
 Key KeyOfNumber(int number) {
     return Find(kNumbers, number);
+}
+
+Key ShiftedKeyOfNumber(int number) {
+    return Find(kShifted, number);
 }
 
 KeyPress KeyOfCode(char32_t code, const ui::Modifiers& with) {

@@ -14,8 +14,9 @@ namespace zo::term {
 std::optional<ui::Modifiers> ModifiersOf(int number);
 // CSI ... letter and SS3 letter.
 ui::Key KeyOfLetter(char letter);
-// CSI number ~.
+// CSI number ~, and those numbers that say Shift too.
 ui::Key KeyOfNumber(int number);
+ui::Key ShiftedKeyOfNumber(int number);
 // A key by its character or its number among those that have none, as CSI code u gives it.
 ui::KeyPress KeyOfCode(char32_t code, const ui::Modifiers& with);
 // A byte below a blank, or that of the erase key.

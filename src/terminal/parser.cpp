@@ -276,6 +276,8 @@ void Parser::EndNumbered() {
     } else if (name == 27) {
         const auto with = ModifiersOf(Number(1, 1));
         if (with) ReportKey(KeyOfCode(static_cast<char32_t>(Number(2, 0)), *with));
+    } else if (const Key shifted = ShiftedKeyOfNumber(name); shifted != Key::None) {
+        ReportNamed(shifted, 2);
     } else {
         ReportNamed(KeyOfNumber(name), Number(1, 1));
     }

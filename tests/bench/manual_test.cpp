@@ -4,34 +4,21 @@
 
 #include <algorithm>
 #include <set>
-#include <sstream>
 
 #include "base/format.h"
 #include "bench/bench_commands.h"
 #include "bench/bench_run.h"
 #include "bench/coach_keys.h"
+#include "support/binder_rows.h"
 #include "support/keys.h"
 #include "support/lines.h"
 #include "ui/code_editor.h"
 
 namespace {
 
-constexpr std::size_t kKeyColumns = 21;  // at the start of a row of keys
-
 const kp::Content& BuiltIn() {
     static const kp::Content content = kp::LoadContent(kp::ContentStore::BuiltIn());
     return content;
-}
-
-// The rows under a caption of a page, without their two blanks.
-std::vector<std::string> RowsUnder(const char* page_id, std::string_view caption) {
-    const kp::BinderPage* page = BuiltIn().FindPage(page_id);
-    REQUIRE(page != nullptr);
-    auto item = std::ranges::find(page->body, caption);
-    REQUIRE(item != page->body.end());
-    std::vector<std::string> rows;
-    while (++item != page->body.end() && kp::IsKept(*item)) rows.push_back(item->substr(2));
-    return rows;
 }
 
 std::string Joined(const std::set<std::string>& names) {
@@ -43,26 +30,14 @@ std::string Joined(const std::set<std::string>& names) {
 }  // namespace
 
 TEST_CASE("the binder lists the bench's keys, all of them and no others") {
-    std::set<std::string> listed, known;
-    for (const std::string& row : RowsUnder("the-lab", "Keys:")) {
-        std::istringstream names(row.substr(0, kKeyColumns));
-        for (std::string name; names >> name;) listed.insert(name);
-    }
+    const auto names = support::NamesUnder(BuiltIn(), "the-lab", "Keys:", support::kKeyColumns);
+    const std::set<std::string> listed(names.begin(), names.end());
+    std::set<std::string> known;
     for (const Kest::BenchKey& key : Kest::BenchKeys()) known.insert(zo::ui::KeyName(key.key));
     CHECK(Joined(listed) == Joined(known));
 }
 
 namespace {
-
-// The names at the start of rows that stand in so many columns; a row that goes on has none.
-std::vector<std::string> NamesIn(const std::vector<std::string>& rows, std::size_t columns) {
-    std::vector<std::string> names;
-    for (const std::string& row : rows) {
-        std::istringstream listed(row.substr(0, columns));
-        for (std::string name; listed >> name;) names.push_back(name);
-    }
-    return names;
-}
 
 void Send(zo::ui::CodeEditor& editor, std::string_view script) {
     bool used = false;
@@ -125,18 +100,18 @@ TEST_CASE("the binder's vi keys are the editor's, and its commands the bench's")
         if (const auto line = editor.CommandLine()) left += " :" + *line;
         CHECK(left == effect.left);
     }
-    CHECK(NamesIn(RowsUnder("vi-keys", "Keys in Normal mode:"), kEffectAt) == known);
+    CHECK(support::NamesUnder(BuiltIn(), "vi-keys", "Keys in Normal mode:", kEffectAt) == known);
 
     std::vector<std::string> commands;
     for (const Kest::LineCommand& command : Kest::LineCommands()) {
         if (command.in_binder) commands.push_back(":" + std::string(command.name));
     }
-    CHECK(NamesIn(RowsUnder("vi-keys", "Commands:"), kEffectAt) == commands);
+    CHECK(support::NamesUnder(BuiltIn(), "vi-keys", "Commands:", kEffectAt) == commands);
 }
 
 TEST_CASE("the editor knows the keys that the binder gives it") {
     for (const std::string& name :
-         NamesIn(RowsUnder("vi-keys", "Keys without vi keys:"), kKeyColumns)) {
+         support::NamesUnder(BuiltIn(), "vi-keys", "Keys without vi keys:", support::kKeyColumns)) {
         CAPTURE(name);
         zo::ui::CodeEditor editor;
         CHECK(editor.Key(fake::KeyNamed(name)));
@@ -149,7 +124,8 @@ TEST_CASE("the binder gives the speeds of a run") {
         speeds += (speeds.empty() ? "" : ", ") + std::string(speed.name) +
                   base::Format(" %d", speed.ticks_per_second);
     }
-    CHECK(support::Lines(RowsUnder("the-lab", "Speeds, in ticks a second:")) == speeds + "\n");
+    CHECK(support::Lines(support::RowsUnder(BuiltIn(), "the-lab", "Speeds, in ticks a second:")) ==
+          speeds + "\n");
 }
 
 TEST_CASE("the coach names no key that the bench would not take") {

@@ -1,6 +1,6 @@
 // Draws every scene in both looks at every usual window in both text sizes, and looks at the cells:
-// no frame broken, no foreign glyph, the recorded text. Pictures of every colouring go into
-// build/gallery; with KEST_LONG set, those of every window too.
+// no frame broken, no foreign glyph, the recorded text, the same cells in a terminal. Pictures of
+// every colouring go into build/gallery; with KEST_LONG set, those of every window too.
 
 #include <doctest/doctest.h>
 
@@ -20,8 +20,10 @@
 #include "support/cases.h"
 #include "support/fake_disk.h"
 #include "support/picture.h"
+#include "terminal_model.h"
 #include "ui/pane.h"
 #include "widget_page.h"
+#include "writer.h"
 
 using zo::ui::Frame;
 using zo::ui::Look;
@@ -164,6 +166,29 @@ private:
     Kest::Shell shell_;
 };
 
+// A terminal that is shown one picture after another, as the game writes them there.
+class InTerminal {
+public:
+    explicit InTerminal(const zo::ui::Grid& grid) : model_(grid.columns, grid.rows, kAbilities) {
+        writer_.SetAbilities(kAbilities);
+        writer_.Resize(grid.columns, grid.rows);
+    }
+    // What it shows otherwise, a line a cell.
+    std::string Differences(const Frame& frame) {
+        bytes_.clear();
+        writer_.Draw(frame, bytes_);
+        model_.Read(bytes_);
+        return model_.Differences(frame) + model_.Faults();
+    }
+
+private:
+    static constexpr zo::term::Abilities kAbilities = {
+        zo::term::Depth::Direct, zo::term::Charset::Unicode, zo::term::Repeats::Everything, true};
+    zo::term::Writer writer_;
+    fake::TerminalModel model_;
+    std::string bytes_;
+};
+
 }  // namespace
 
 TEST_CASE("a broken frame, a foreign glyph and a second focus are found") {
@@ -221,18 +246,24 @@ TEST_CASE("every widget stands in its pane in every state") {
     }
 }
 
-TEST_CASE("every scene is whole at every size and shows the recorded text") {
+TEST_CASE(
+    "every scene is whole at every size, shows the recorded text, and a terminal shows it too") {
     const std::vector<Sight> sights = Sights();
+    const std::vector<View> views = DistinctViews();
+    std::vector<InTerminal> terminals;
+    for (const View& view : views) terminals.emplace_back(view.Grid());
     for (const Sight& sight : sights) {
         CAPTURE(sight.name);
         gallery::Recording recording(sight.name);
-        for (const View& view : DistinctViews()) {
+        for (std::size_t k = 0; k < views.size(); ++k) {
+            const View& view = views[k];
             const zo::ui::Grid grid = view.Grid();
             CAPTURE(grid.columns);
             CAPTURE(grid.rows);
             Show show(sight, view);
             const Frame& frame = show.Draw(0);
             CHECK(gallery::Faults(frame) == "");
+            CHECK(terminals[k].Differences(frame) == "");
             recording.Add(frame);
         }
         CHECK(recording.Finish() == "");
