@@ -32,8 +32,8 @@ class Remote {
 public:
     explicit Remote(PixelSize cells)
         : game_(kp::LoadContent(kp::ContentStore::BuiltIn()), BenchAlone(), 40, false) {
-        game_.shell.OverrideSettings([](Kest::Settings& settings) { settings.run_speed = kSpeed; });
         game_.system.screen.in_cells = true;
+        game_.shell.OverrideSettings([](Kest::Settings& settings) { settings.run_speed = kSpeed; });
         game_.shell.SetWindow(cells, 1);
         writer_.SetAbilities(kModern);
         writer_.Resize(cells.width, cells.height);
