@@ -93,7 +93,8 @@ private:
 };
 
 // Copies differ by their seeds alone, so only the first has remarks.
-Status ExpandTest(const json::Value& value, Ticket& ticket, json::Remarks* remarks) {
+Status ExpandTest(const json::Value& value, Ticket& ticket, std::uint32_t draw,
+                  json::Remarks* remarks) {
     const std::size_t first = ticket.tests.size() + 1;
     json::Fields source(value, remarks, base::Format("test %zu", first));
     const std::int32_t count = source.Number("count", 1, {.least = 1});
@@ -106,22 +107,23 @@ Status ExpandTest(const json::Value& value, Ticket& ticket, json::Remarks* remar
         Test& test = ticket.tests.emplace_back();
         test.name = count > 1 ? name + base::Format(" %d", static_cast<int>(k)) : name;
         test.copy = count > 1 ? k : 0;
-        test.seed = TestSeed(ticket.id, position);
+        test.seed = FreshSeed(ticket.id, position, draw);
         Generator generator(test.seed);
         RecipeContext context{ticket.frame, generator};
         if (const Status built = TestBuilder(source, context, test).Build(); !built) {
             return Failure{base::Format("test %d: ", position + 1) + built.Message()};
         }
+        test.seeded = generator.HasDrawn();
         source.RemarkUnknown();
         source = json::Fields(value);
     }
     return {};
 }
 
-Status ExpandTests(const std::vector<json::Value>& tests, Ticket& ticket, json::Remarks* remarks) {
-    if (tests.empty()) return Failure{"the ticket has no tests"};
-    for (const json::Value& test : tests) {
-        if (Status status = ExpandTest(test, ticket, remarks); !status) return status;
+Status ExpandTests(Ticket& ticket, std::uint32_t draw, json::Remarks* remarks) {
+    if (ticket.deck.items.empty()) return Failure{"the ticket has no tests"};
+    for (const json::Value& test : ticket.deck.items) {
+        if (Status status = ExpandTest(test, ticket, draw, remarks); !status) return status;
     }
     return {};
 }
@@ -180,10 +182,18 @@ base::Result<Ticket> ParseTicket(const json::Value& file, json::Remarks* remarks
     }
     const std::vector<json::Value>& tests = value.List("tests");
     if (const Status peer = ReadPeer(value, tests, ticket); !peer) return Failure{peer.Message()};
-    const Status expanded = ExpandTests(tests, ticket, remarks);
+    ticket.deck = json::Member(file, "tests");
+    const Status expanded = ExpandTests(ticket, 0, remarks);
     if (!expanded) return Failure{expanded.Message()};
     value.RemarkUnknown();
     return ticket;
+}
+
+base::Status DrawTests(Ticket& ticket, std::uint32_t draw) {
+    ticket.tests.clear();
+    const Status expanded = ExpandTests(ticket, draw, nullptr);
+    std::erase_if(ticket.tests, [](const Test& test) { return !test.seeded; });
+    return expanded;
 }
 
 }  // namespace kp

@@ -27,6 +27,7 @@ const Command* FindCommand(std::string_view name);
 // Each writes its answer to standard output, or returns its problem before it has written any.
 Outcome RunAsm(const Request& request);
 Outcome RunBinder(const Request& request);
+Outcome RunBurnIn(const Request& request);
 Outcome RunBytes(const Request& request);
 Outcome RunContent(const Request& request);
 Outcome RunJson(const Request& request);

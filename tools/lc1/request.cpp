@@ -31,6 +31,7 @@ constexpr NumberOption kNumberOptions[] = {
     {"--test", kTest, &Request::test, 1, kMost},
     {"--indent", kIndent, &Request::indent, 0, kMostIndent},
     {"--hints", kHints, &Request::hints, 0, kMost},
+    {"--seeds", kSeeds, &Request::seeds, 1, kMost},
 };
 
 struct Flag {

@@ -18,6 +18,7 @@ enum TakenOption : unsigned {
     kIndent = 8,
     kHints = 16,
     kSolutions = 32,
+    kSeeds = 64,
 };
 
 // What one call of the program asks for.
@@ -30,6 +31,7 @@ struct Request {
     std::int32_t test = 1;  // counted from 1
     std::int32_t indent = 2;
     std::int32_t hints = 0;
+    std::int32_t seeds = 100;
     unsigned given = 0;  // the set of TakenOption that the call holds
     bool json = false;
     bool help = false;

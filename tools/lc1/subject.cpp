@@ -68,8 +68,10 @@ std::optional<Problem> LoadTicket(const Request& request, kp::Ticket& ticket) {
 std::optional<Problem> LoadSubject(const Request& request, Subject& subject, kp::Session& session) {
     if (std::optional<Problem> problem = LoadTicket(request, subject.ticket)) return problem;
     std::string text;
-    if (std::optional<Problem> problem = ReadReference(request, text)) return problem;
-    base::Result<kp::Reference> reference = kp::ProveReference(subject.ticket, text, session);
+    if (std::optional<Problem> problem = ReadReference(request, subject.reference_text))
+        return problem;
+    base::Result<kp::Reference> reference =
+        kp::ProveReference(subject.ticket, subject.reference_text, session);
     if (!reference) return Problem{reference.Message()};
     subject.reference = std::move(*reference);
     if (std::optional<Problem> problem = ReadFirmware(request, text)) return problem;

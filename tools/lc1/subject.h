@@ -13,6 +13,7 @@ namespace lc1 {
 // A ticket with its proven reference, and the firmware that is to be run on its card.
 struct Subject {
     kp::Ticket ticket;
+    std::string reference_text;
     kp::Reference reference;
     kp::Assembly firmware;
 };

@@ -60,7 +60,8 @@ struct Test {
     std::string name;
     std::int32_t copy = 0;  // which of a repeated test's seeded copies, from 1; 0 of a single test
     std::uint64_t seed = 0;
-    json::Value peer;  // far-end settings of this test; null when it has none
+    bool seeded = false;  // another seed gives other bytes
+    json::Value peer;     // far-end settings of this test; null when it has none
     std::vector<HostMessage> host;
     std::vector<LineEntry> rx;
     std::vector<Bytes> frames;
@@ -93,10 +94,16 @@ struct Ticket {
     PeerType peer_type = PeerType::None;
     json::Value peer;  // far-end settings of the ticket; null when it has none
     std::vector<Test> tests;
+    json::Value deck;  // what the tests were expanded from
 };
 
 // Reads a ticket file's value and expands its tests. The failure is one line without the ticket's
 // id. With `remarks`, an author is told what was not taken as it stands.
 base::Result<Ticket> ParseTicket(const json::Value& file, json::Remarks* remarks = nullptr);
+
+// Draws the seeded tests of a ticket's deck afresh, and leaves the others out: the ticket's tests
+// become those. Draws are numbered; 0 gives the deck's own. The failure is one line without the
+// ticket's id; then the tests are some of them.
+base::Status DrawTests(Ticket& ticket, std::uint32_t draw);
 
 }  // namespace kp
