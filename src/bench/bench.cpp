@@ -108,6 +108,7 @@ void Bench::Edited() {
 
 void Bench::Assemble() {
     run_.SetFirmware(editor_.Text());
+    burn_in_.reset();
     SetBreakpoints();
     LookAtFirmware();
     MarkErrors();
@@ -234,11 +235,12 @@ void Bench::FillNotes() {
     }
     if (!run_.Explanation().empty()) text.push_back({.text = run_.Explanation()});
     if (const std::optional<TickRange> ticks = trace_.CursorTicks()) {
-        for (std::string& note : NotesOf(run_.Trace(), loaded_.reference.outputs[run_.TestIndex()],
-                                         loaded_.ticket.frame, *ticks)) {
+        for (std::string& note :
+             NotesOf(run_.Trace(), run_.CalledForBytes(), loaded_.ticket.frame, *ticks)) {
             text.push_back({.text = std::move(note)});
         }
     }
+    AddBurnIn(text);
     notes_.Set(std::move(text));
 }
 
@@ -248,6 +250,7 @@ void Bench::Update(double now) {
     editor_.SetViKeys(shell_.Settings().vi_keys);
     if (editor_.Update(now)) shell_.RequestRedraw();
     if (save_at_ && *save_at_ <= now) SaveOrWarn();
+    if (BurnsIn()) AdvanceBurnIn();
     const RunState before = run_.State();
     if (before != RunState::Running && before != RunState::Verifying) return;
     run_.SetMotion(shell_.Settings().motion);
@@ -272,6 +275,7 @@ std::optional<double> Bench::NextFrameAt() const {
     if (save_at_) or_at(*save_at_);
     const bool moves = run_.State() == RunState::Running || run_.State() == RunState::Verifying;
     if (moves) or_at(updated_at_ + run_.SecondsToNextTick());
+    if (BurnsIn()) or_at(updated_at_);
     return next;
 }
 

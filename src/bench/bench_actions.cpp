@@ -163,7 +163,11 @@ void Bench::Ship() {
                           .closed = closed,
                           .stage_before = std::exchange(stage_, shell_.Unlocking().Stage()),
                           .columns = shape_.columns};
-    shell_.Push(std::make_unique<Results>(shell_, SumUp(shell_, deck)));
+    BeginBurnIn();
+    ResultsSummary summary = SumUp(shell_, deck);
+    if (burn_in_) summary.burn_in = &*burn_in_;
+    summary.open_miss = [this] { OpenMiss(); };
+    shell_.Push(std::make_unique<Results>(shell_, std::move(summary)));
 }
 
 void Bench::Save() {

@@ -67,6 +67,7 @@ bool Bench::CaptureRequest(std::string_view request) {
         SetFirmware(loaded_.reference_text);
         Verify();
         EndVerify();
+        while (BurnsIn()) AdvanceBurnIn();
     } else {
         return false;
     }

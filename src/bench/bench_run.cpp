@@ -80,10 +80,25 @@ void BenchRun::SetFirmware(std::string_view text) {
 
 void BenchRun::SelectTest(std::size_t test) {
     test_ = test;
-    test_title_ = TestNumber(test_, TestCount()) + ": " + loaded_.ticket.tests[test_].name;
-    reference_ = RecordReference(loaded_, test_, reference_program_, scratch_);
+    test_title_ = NumberOf(test_) + ": " + Loaded().ticket.tests[test_].name;
+    reference_ = RecordReference(Loaded(), test_, reference_program_, scratch_);
     Forget();
     Say(test_title_ + ".");
+}
+
+void BenchRun::AddTest(std::string name, kp::Test test, kp::ExpectedOutput expected) {
+    Forget();
+    extended_ = loaded_;
+    extended_->ticket.tests.push_back(std::move(test));
+    extended_->reference.outputs.push_back(std::move(expected));
+    added_name_ = std::move(name);
+    marks_.resize(TestCount());
+    marks_.back() = TestMark::None;
+    SelectTest(DeckSize());
+}
+
+std::string BenchRun::NumberOf(std::size_t test) const {
+    return IsOfDeck(test) ? TestNumber(test, DeckSize()) : added_name_;
 }
 
 bool BenchRun::Ready() {
@@ -103,7 +118,7 @@ bool BenchRun::EnsureSession() {
     if (!Ready()) return false;
     Forget();
     for (Moment* moment : {&live_, &past_}) {
-        const base::Status begun = moment->Begin(loaded_, test_, program_);
+        const base::Status begun = moment->Begin(Loaded(), test_, program_);
         if (!begun) return Refuse(begun.Message());
     }
     begun_ = arrives_ = true;
@@ -254,7 +269,7 @@ bool BenchRun::BeginVerify() {
     verify_seconds_ = 0;
     marks_shown_ = 0;
     state_ = RunState::Verifying;
-    Say("Verifying " + Counted(static_cast<long long>(TestCount()), "test") + "...");
+    Say("Verifying " + Counted(static_cast<long long>(DeckSize()), "test") + "...");
     return true;
 }
 
@@ -262,18 +277,18 @@ void BenchRun::AdvanceVerify(double seconds) {
     verify_->Run(kVerifySlice);
     verify_seconds_ += seconds;
     const double between =
-        std::min(kMarkSeconds, kMostMarksSeconds / static_cast<double>(TestCount()));
+        std::min(kMarkSeconds, kMostMarksSeconds / static_cast<double>(DeckSize()));
     const auto due = static_cast<std::size_t>(verify_seconds_ / between) + 1;
     const std::size_t done = verify_->Result().tests.size();
     ShowMarks(motion_ ? std::min(due, done) : done);
-    if (marks_shown_ == TestCount()) EndVerify();
+    if (marks_shown_ == DeckSize()) EndVerify();
 }
 
 void BenchRun::FinishVerify() {
     if (state_ != RunState::Verifying) return;
     while (verify_->Run(kVerifySlice)) {
     }
-    ShowMarks(TestCount());
+    ShowMarks(DeckSize());
     EndVerify();
 }
 
@@ -292,7 +307,7 @@ void BenchRun::EndVerify() {
         base::Format("Verify: %d of %d passed.", verified_->passed, verified_->total);
     if (const std::optional<std::size_t> failed = FirstFailed()) {
         const kp::Verdict& verdict = verified_->tests[*failed].verdict;
-        verdict_text_ = kp::TestFailureText(*failed, TestCount(), verdict);
+        verdict_text_ = kp::TestFailureText(*failed, DeckSize(), verdict);
         text += " " + verdict_text_;
         if (verdict.kind == kp::FailureKind::TickLimit) Explain(*failed);
     }
@@ -316,7 +331,7 @@ void BenchRun::RunTick() {
 
 void BenchRun::Finish() {
     const kp::Verdict& verdict = live_.Session().Verdict();
-    const std::string test = TestNumber(test_, TestCount());
+    const std::string test = NumberOf(test_);
     marks_[test_] = verdict.passed ? TestMark::Passed : TestMark::Failed;
     if (verdict.passed) {
         state_ = RunState::Passed;
@@ -331,8 +346,8 @@ void BenchRun::Finish() {
 }
 
 void BenchRun::Explain(std::size_t test) {
-    explanation_ = kp::ExplainTickLimit(loaded_.ticket, test, assembly_, program_,
-                                        loaded_.reference.outputs[test], scratch_);
+    explanation_ = kp::ExplainTickLimit(Loaded().ticket, test, assembly_, program_,
+                                        Loaded().reference.outputs[test], scratch_);
 }
 
 kp::Tick BenchRun::ShownTick() const {

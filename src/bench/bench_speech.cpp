@@ -58,8 +58,8 @@ void Bench::Describe(Speech& speech) const {
     // Values that run along with a test would drown everything else.
     if (run_.State() == RunState::Running) speech.rows.clear();
     if (const std::optional<TickRange> ticks = trace_.CursorTicks()) {
-        speech.note = Joined(NotesOf(run_.Trace(), loaded_.reference.outputs[run_.TestIndex()],
-                                     loaded_.ticket.frame, *ticks));
+        speech.note =
+            Joined(NotesOf(run_.Trace(), run_.CalledForBytes(), loaded_.ticket.frame, *ticks));
         if (speech.note.empty()) speech.note = RangeText(*ticks);
     }
 }

@@ -25,6 +25,7 @@ constexpr int kLeastRemarks = 2;
 constexpr int kScoreRows = 3;
 constexpr double kSecondsPerRow = 0.12;
 constexpr int kName = 3, kThisRun = 22, kBest = 32, kReference = 43, kRemark = 46;
+constexpr int kBurnInRemark = kThisRun + 2;  // it has no best and no reference
 
 // The keys that a raised stage has opened; empty when it opened none.
 std::string NewKeys(const Shell& shell, const PassedDeck& deck) {
@@ -108,10 +109,22 @@ ResultsSummary SumUp(const Shell& shell, const PassedDeck& deck) {
 
 Results::Results(Shell& shell, ResultsSummary summary)
     : Screen(shell), summary_(std::move(summary)) {
+    SetButtons();
+}
+
+void Results::SetButtons() {
     std::vector<zo::ui::ButtonRow::Item> items;
     if (summary_.next != nullptr && shell_.Offers(Place::Bench)) {
         items.push_back({"~N~ext ticket", "Opens " + summary_.next->ticket.title + " on the bench.",
                          [this] { shell_.Open(Place::Bench, summary_.next->ticket.id); }});
+    }
+    offers_miss_ = HasMiss();
+    if (offers_miss_) {
+        items.push_back({base::Format("~S~eed %u", summary_.burn_in->FirstMiss()->draw),
+                         "The draw that failed, as a test.", [this] {
+                             shell_.CloseOverlay();
+                             summary_.open_miss();
+                         }});
     }
     items.push_back({"~K~eep editing", "Back to the firmware.", [this] { shell_.CloseOverlay(); }});
     if (summary_.offers_board && shell_.Offers(Place::Board)) {
@@ -121,12 +134,17 @@ Results::Results(Shell& shell, ResultsSummary summary)
     buttons_.Set(std::move(items));
 }
 
+bool Results::HasMiss() const {
+    return summary_.burn_in != nullptr && summary_.burn_in->FirstMiss().has_value();
+}
+
 void Results::Entered() {
     opened_at_ = shell_.Now();
     rows_shown_ = shell_.Settings().motion ? 1 : kScoreRows;
 }
 
 void Results::Update(double now) {
+    if (HasMiss() && !offers_miss_) SetButtons();
     const int due = 1 + static_cast<int>((now - opened_at_) / kSecondsPerRow);
     if (due <= rows_shown_ || rows_shown_ == kScoreRows) return;
     rows_shown_ = std::min(due, kScoreRows);
@@ -144,10 +162,11 @@ bool Results::IsUnderReference() const {
 }
 
 void Results::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
+    const int remark_row = kRemarkRow + (summary_.burn_in == nullptr ? 0 : 1);
     const int remarks = std::max(static_cast<int>(summary_.remarks.size()), kLeastRemarks);
     const int width = IsUnderReference() ? kWidthUnderReference : kWidth;
     const Rect box =
-        zo::ui::OverlayRect(canvas.Columns(), canvas.Rows(), width, kRemarkRow + remarks + 5);
+        zo::ui::OverlayRect(canvas.Columns(), canvas.Rows(), width, remark_row + remarks + 5);
     zo::ui::DrawOverlay(canvas, box, "VERIFY");
     canvas.Text(box.x + kName, box.y + 2,
                 SmallText("%d of %d passed%s", summary_.passed, summary_.total,
@@ -156,7 +175,7 @@ void Results::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
     DrawScores(canvas, box);
     for (std::size_t i = 0; i < summary_.remarks.size(); ++i) {
         const ResultsSummary::Remark& remark = summary_.remarks[i];
-        canvas.Text(box.x + kName, box.y + kRemarkRow + static_cast<int>(i), remark.text,
+        canvas.Text(box.x + kName, box.y + remark_row + static_cast<int>(i), remark.text,
                     remark.role);
     }
     canvas.Separator(box, box.Bottom() - 4, zo::ui::Lines::Double, Role::DialogFrame);
@@ -176,6 +195,22 @@ void Results::DrawScores(Canvas& canvas, const Rect& box) const {
     }
     if (rows_shown_ > 1) DrawScore(canvas, {box.x, y + 1}, "Ticks", summary_.ticks);
     if (rows_shown_ > 2) DrawScore(canvas, {box.x, y + 2}, "Lines", summary_.lines);
+    if (summary_.burn_in != nullptr) DrawBurnIn(canvas, {box.x, y + 3});
+}
+
+// A miss takes nothing back.
+void Results::DrawBurnIn(Canvas& canvas, Point at) const {
+    const kp::BurnIn& burn_in = *summary_.burn_in;
+    canvas.Text(at.x + kName, at.y, "Burn-in", Role::Dialog);
+    canvas.TextRight(at.x + kThisRun, at.y,
+                     SmallText("%u of %u", burn_in.Passed(), burn_in.Draws()), Role::Dialog);
+    if (!burn_in.Finished()) return;
+    if (HasMiss()) {
+        canvas.Text(at.x + kBurnInRemark, at.y, "! fresh bytes fail; the close stands",
+                    Role::ChipWarn);
+    } else {
+        canvas.Text(at.x + kBurnInRemark, at.y, "√ with fresh bytes", Role::ChipOk);
+    }
 }
 
 void Results::DrawScore(Canvas& canvas, Point at, std::string_view name,

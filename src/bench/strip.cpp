@@ -138,7 +138,9 @@ void Strip::DrawTest(Canvas& canvas, Pressables& pressables, Point at, const Ben
     const Role role = chosen ? Role::TabOn : Role::Tab;
     const Rect area{at.x, at.y, TestCells(test), 1};
     canvas.Fill(area, U' ', role);
-    const int end = canvas.Text(at.x + 1, at.y, SmallText("%zu", test + 1), role);
+    const int end = run.IsOfDeck(test)
+                        ? canvas.Text(at.x + 1, at.y, SmallText("%zu", test + 1), role)
+                        : canvas.Text(at.x + 1, at.y, "+", role);
     if (run.Mark(test) == TestMark::Passed) canvas.Put(end, at.y, U'√', Role::Ok);
     if (run.Mark(test) == TestMark::Failed) canvas.Put(end, at.y, U'!', Role::Fault);
     if (chosen) {

@@ -15,6 +15,7 @@
 #include "bench/strip.h"
 #include "bench/trace_panel.h"
 #include "save/firmware_files.h"
+#include "session/burn_in.h"
 #include "shell/screen.h"
 #include "ui/code_editor.h"
 #include "ui/frame_line.h"
@@ -101,6 +102,13 @@ private:
     void ShowNextHint();
     void MovePanel(int by);
 
+    // Fresh draws of the seeded tests (bench_burn_in.cpp).
+    void BeginBurnIn();
+    bool BurnsIn() const;
+    void AdvanceBurnIn();
+    void AddBurnIn(std::vector<zo::ui::Paragraph>& text);
+    void OpenMiss();
+
     // What is heard of it (bench_sounds.cpp).
     void SoundCommand(Command command);
     void SoundKey(const zo::ui::KeyPress& key);
@@ -159,8 +167,9 @@ private:
     HostPanel host_;
     TracePanel trace_;
     Strip strip_;
-    int stage_ = 0;  // of the unlocking
-    int slot_ = 1;   // of the firmware
+    std::optional<kp::BurnIn> burn_in_;  // of the firmware that has closed the ticket
+    int stage_ = 0;                      // of the unlocking
+    int slot_ = 1;                       // of the firmware
     // The texts of the slots that were on the bench before, with their histories.
     std::array<std::optional<zo::ui::EditorSheet>, kFirmwareSlots> sheets_;
     // For the coach: what is known of the firmware, and what he says and points at.

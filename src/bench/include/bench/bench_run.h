@@ -40,6 +40,10 @@ public:
     void SetFirmware(std::string_view text);
     // Forgets the run and turns to another test of the deck.
     void SelectTest(std::size_t test);
+    // Puts a test behind the deck, in the place of an earlier such one, and turns to it. A verify
+    // leaves it out. `name` is what stands in the place of its number.
+    void AddTest(std::string name, kp::Test test, kp::ExpectedOutput expected);
+    bool IsOfDeck(std::size_t test) const { return test < loaded_.ticket.tests.size(); }
 
     // These are false when the firmware cannot run; the standing message says why.
     bool Run();       // goes on with a paused test; a finished one starts again
@@ -76,13 +80,15 @@ public:
     // Why a test reached its tick limit; empty otherwise.
     const std::string& Explanation() const { return explanation_; }
 
-    const kp::LoadedTicket& Loaded() const { return loaded_; }
+    // With a test that was added.
+    const kp::LoadedTicket& Loaded() const { return extended_ ? *extended_ : loaded_; }
     const kp::Assembly& Firmware() const { return assembly_; }
     std::size_t TestIndex() const { return test_; }
-    std::size_t TestCount() const { return loaded_.ticket.tests.size(); }
+    std::size_t TestCount() const { return Loaded().ticket.tests.size(); }
     TestMark Mark(std::size_t test) const { return marks_[test]; }
     const std::string& TestTitle() const { return test_title_; }  // "Test 2 of 6: One NAK"
     const ReferenceRun& CalledFor() const { return reference_; }
+    const kp::ExpectedOutput& CalledForBytes() const { return Loaded().reference.outputs[test_]; }
     // The first test of the deck whose last run failed.
     std::optional<std::size_t> FirstFailed() const;
     // The last verify; null when the firmware has changed since.
@@ -127,9 +133,13 @@ private:
     void EndVerify();
     void Finish();
     void Explain(std::size_t test);
+    std::size_t DeckSize() const { return loaded_.ticket.tests.size(); }
+    std::string NumberOf(std::size_t test) const;
     void Say(std::string text, bool alert = false);
 
     const kp::LoadedTicket& loaded_;
+    std::optional<kp::LoadedTicket> extended_;  // once a test was added
+    std::string added_name_;
     kp::Program reference_program_;
     kp::Program idle_program_;
     kp::Processor idle_card_;

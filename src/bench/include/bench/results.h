@@ -1,9 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "content/content.h"
+#include "session/burn_in.h"
 #include "session/verify.h"
 #include "shell/shell.h"
 #include "ui/widgets.h"
@@ -30,6 +32,8 @@ struct ResultsSummary {
     std::vector<Remark> remarks;             // a line each
     const kp::LoadedTicket* next = nullptr;  // the next ticket that is open
     bool offers_board = false;
+    const kp::BurnIn* burn_in = nullptr;  // which may be under way; null without a seeded test
+    std::function<void()> open_miss = {};
 };
 
 // A deck passed on a ticket, and what closing the ticket changed.
@@ -60,12 +64,16 @@ private:
     void DrawScores(zo::ui::Canvas& canvas, const zo::ui::Rect& box) const;
     void DrawScore(zo::ui::Canvas& canvas, zo::ui::Point at, std::string_view name,
                    const ResultsSummary::Score& score) const;
+    void DrawBurnIn(zo::ui::Canvas& canvas, zo::ui::Point at) const;
+    void SetButtons();
+    bool HasMiss() const;
     bool IsUnderReference() const;
 
     ResultsSummary summary_;
     zo::ui::ButtonRow buttons_;
     double opened_at_ = 0;  // on the frame clock
     int rows_shown_ = 0;    // of the table
+    bool offers_miss_ = false;
 };
 
 }  // namespace Kest
