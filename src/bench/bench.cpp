@@ -360,6 +360,7 @@ bool Bench::KeyInPanel(const KeyPress& key) {
         MovePanel(key.with.shift ? -1 : 1);
         return true;
     }
+    if (key.IsControl(U'v') && TakesCard(shell_.ClipboardText())) return true;
     if (KeyOf(panel, key)) return true;
     if (key.Is(Key::Left)) return panes_.MoveTab(-1);
     if (key.Is(Key::Right)) return panes_.MoveTab(1);
@@ -394,6 +395,7 @@ bool Bench::KeyOf(Panel panel, const KeyPress& key) {
 
 bool Bench::Text(std::string_view utf8) {
     if (panes_.HasFocus(Panel::Trace)) return trace_.Text(utf8);
+    if (TakesCard(utf8)) return true;  // as a terminal pastes
     if (!panes_.HasFocus(Panel::Firmware) || !editor_.Type(utf8)) return false;
     shell_.Sound().Play(Effect::Key, static_cast<std::uint8_t>(utf8[0]));
     return true;

@@ -167,6 +167,7 @@ void Bench::Ship() {
     ResultsSummary summary = SumUp(shell_, deck);
     if (burn_in_) summary.burn_in = &*burn_in_;
     summary.open_miss = [this] { OpenMiss(); };
+    summary.copy_card = [this] { CopyCard(); };
     shell_.Push(std::make_unique<Results>(shell_, std::move(summary)));
 }
 

@@ -43,7 +43,10 @@ void Bench::LinkEditor() {
     links.refused = [this] { shell_.SetStatus(std::string(kReadOnly)); };
     links.say = [this](std::string_view sentence) { shell_.SetStatus(std::string(sentence)); };
     links.command = [this](std::string_view line) { RunCommandLine(line); };
-    links.clipboard = [this] { return shell_.ClipboardText(); };
+    links.clipboard = [this] {
+        std::string text = shell_.ClipboardText();
+        return TakesCard(text) ? std::string() : text;
+    };
     links.set_clipboard = [this](std::string_view utf8) {
         shell_.SetClipboardText(std::string(utf8));
     };

@@ -25,6 +25,7 @@ constexpr int kLeastRemarks = 2;
 constexpr int kScoreRows = 3;
 constexpr double kSecondsPerRow = 0.12;
 constexpr int kName = 3, kThisRun = 22, kBest = 32, kReference = 43, kRemark = 46;
+constexpr KeyPress kCopyCard = {.key = zo::ui::Key::Character, .character = U'c'};
 constexpr int kBurnInRemark = kThisRun + 2;  // it has no best and no reference
 
 // The keys that a raised stage has opened; empty when it opened none.
@@ -230,6 +231,7 @@ void Results::DescribeFrame(FrameRecord& record) const {
     record.right = buttons_.FocusedHint();
     record.keys.push_back({{}, "←→", "Choose"});
     record.keys.push_back({{.key = zo::ui::Key::Enter}, "", "Press"});
+    record.keys.push_back({kCopyCard, "", "Copy card"});
     record.keys.push_back({{.key = zo::ui::Key::Escape}, "", "Keep editing"});
 }
 
@@ -237,6 +239,10 @@ bool Results::Key(const KeyPress& key) {
     rows_shown_ = kScoreRows;
     if (key.Is(zo::ui::Key::Escape)) {
         shell_.CloseOverlay();
+        return true;
+    }
+    if (key == kCopyCard) {
+        if (summary_.copy_card) summary_.copy_card();
         return true;
     }
     buttons_.Key(key);

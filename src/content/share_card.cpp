@@ -9,6 +9,7 @@ namespace kp {
 namespace {
 
 constexpr std::string_view kHead = "Vantor Kest share card";
+constexpr std::size_t kMostBytes = 1 << 16;  // of a text that may be one
 constexpr char kRow = '|';
 constexpr std::string_view kBar = "|-";  // a bar of the firmware's own
 constexpr std::string_view kEnd = "|=";
@@ -162,6 +163,7 @@ std::string WriteShareCard(const Ticket& ticket, int lines, std::uint32_t ticks,
 }
 
 std::optional<ShareCard> ReadShareCard(std::string_view text) {
+    if (text.size() > kMostBytes) return std::nullopt;
     const std::string rows = Unquoted(Plain(text));
     const std::string flat = Flat(rows);
     const std::size_t head = flat.find(kHead);

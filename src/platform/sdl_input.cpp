@@ -170,6 +170,11 @@ std::optional<InputEvent> SdlInput::Translate(const SDL_Event& event) {
             return ui::WindowResized{};
         case SDL_QUIT:
             return ui::CloseRequested{};
+        case SDL_DROPFILE: {
+            ui::FileDropped dropped{event.drop.file};
+            SDL_free(event.drop.file);
+            return dropped;
+        }
         default:
             return std::nullopt;
     }

@@ -54,6 +54,7 @@ void Shell::Handle(const InputEvent& event) {
                    [&](const zo::ui::WindowMinimised&) { minimised_ = true; },
                    [&](const zo::ui::FocusChanged& focus) { HandleFocus(focus.active); },
                    [&](const zo::ui::CloseRequested&) { Quit(); },
+                   [&](const zo::ui::FileDropped& file) { HandleFile(file.path); },
                },
                event);
     const bool stays = top && top == Top() && !pending_;
@@ -96,6 +97,19 @@ void Shell::HandleText(const std::string& utf8) {
     Screen* top = Top();
     if (dropped || !top || pending_) return;
     top->Text(utf8);
+    redraw_ = true;
+}
+
+// Only a screen that takes one, and that nothing covers, is handed its text.
+void Shell::HandleFile(const std::string& path) {
+    constexpr std::size_t kMost = 1 << 20;  // bytes
+    Screen* top = Top();
+    if (!top || pending_) return;
+    const base::Result<std::string> text = parts_.disk.Read(base::TextPath(path));
+    const std::string name = base::PathText(base::TextPath(path).filename());
+    if (!text) return SetStatus("Cannot read " + name + ": " + text.Message(), Alert::Yes);
+    if (text->size() > kMost) return SetStatus(name + " is too long for firmware.", Alert::Yes);
+    if (!top->TakesFile(name, *text)) SetStatus("A ticket's bench takes files.");
     redraw_ = true;
 }
 

@@ -29,6 +29,8 @@
 //     capture errors            a capture's request; `refuse` for one that is not known
 //     quit                      the window is closed
 //     clipboard tx $41          what was copied last
+//     copied                    what another program has put into the clipboard
+//     drop data/a.lc1           a file is dropped on the window
 //     write data/a.lc1          a file, without the end of its last line
 //     file data/a.lc1           the same, as it is now; `has` where its text is of no interest
 //     files 0                   how many there are
@@ -125,6 +127,10 @@ inline bool Play(Game& game, const support::Step& step) {
         CHECK(shell.Done());
     } else if (step.key == "clipboard") {
         CHECK(shell.ClipboardText() == step.All());
+    } else if (step.key == "copied") {
+        shell.SetClipboardText(step.All());
+    } else if (step.key == "drop") {
+        game.Handle(zo::ui::FileDropped{value});
     } else if (step.key == "write") {
         files[value] = step.text.substr(0, step.text.size() - 1);
     } else if (step.key == "file") {

@@ -42,6 +42,7 @@ public:
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override;
     bool Text(std::string_view utf8) override;
+    bool TakesFile(std::string_view name, std::string_view text) override;
     std::span<const PadKey> PadKeys() const override { return BenchPadKeys(); }
     std::optional<zo::ui::Rect> FocusedPane() const override;
     void Describe(Speech& speech) const override;
@@ -108,6 +109,14 @@ private:
     void AdvanceBurnIn();
     void AddBurnIn(std::vector<zo::ui::Paragraph>& text);
     void OpenMiss();
+
+    // Firmware from elsewhere (bench_cards.cpp).
+    int FreeSlot();
+    void OfferFirmware(const std::string& title, const std::string& found, std::string firmware,
+                       bool doubtful);
+    void LoadInto(int slot, const std::string& firmware);
+    bool TakesCard(std::string_view text);
+    void CopyCard();
 
     // What is heard of it (bench_sounds.cpp).
     void SoundCommand(Command command);

@@ -34,6 +34,7 @@ struct ResultsSummary {
     bool offers_board = false;
     const kp::BurnIn* burn_in = nullptr;  // which may be under way; null without a seeded test
     std::function<void()> open_miss = {};
+    std::function<void()> copy_card = {};
 };
 
 // A deck passed on a ticket, and what closing the ticket changed.

@@ -120,9 +120,13 @@ struct FocusChanged {
     bool active = false;
 };
 struct CloseRequested {};
+struct FileDropped {
+    std::string path;  // UTF-8
+};
 
-using InputEvent = std::variant<KeyPress, TextInput, PointerInput, PadPress, WindowResized,
-                                WindowExposed, WindowMinimised, FocusChanged, CloseRequested>;
+using InputEvent =
+    std::variant<KeyPress, TextInput, PointerInput, PadPress, WindowResized, WindowExposed,
+                 WindowMinimised, FocusChanged, CloseRequested, FileDropped>;
 
 // A key's name as the key bar writes it: "F5", "Ctrl+S", "Alt+X", "PgUp".
 std::string KeyName(const KeyPress& key);

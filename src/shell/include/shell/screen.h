@@ -72,6 +72,8 @@ public:
     // Each returns whether it was used. A key that was used does not arrive as text too.
     virtual bool Key(const zo::ui::KeyPress& /*key*/) { return false; }
     virtual bool Text(std::string_view /*utf8*/) { return false; }
+    // A file of this name and text was dropped on the window.
+    virtual bool TakesFile(std::string_view /*name*/, std::string_view /*text*/) { return false; }
 
     // What the controller's buttons do here other than everywhere.
     virtual std::span<const PadKey> PadKeys() const { return {}; }

@@ -184,6 +184,7 @@ private:
     void HandleFocus(bool active);
     void HandleKey(const zo::ui::KeyPress& key);
     void HandleText(const std::string& utf8);
+    void HandleFile(const std::string& path);
     void HandlePointer(const zo::ui::PointerInput& pointer);
     void HandlePad(const zo::ui::PadPress& press);
     void ScrollByPad(zo::ui::PadButton button);
