@@ -26,7 +26,8 @@ constexpr SceneWord kSceneWords[] = {
     {"title", Place::Title},
     {"board", Place::Board, "", "locked shifts ticket intro help"},
     {"bench", Place::Bench, "",
-     "empty errors completing finding selected running paused failed passed whole results"},
+     "empty errors completing finding selected running paused failed passed whole results "
+     "records"},
     {"overlay-pause", Place::Pause},
     {"overlay-options", Place::Options},
     {"overlay-credits", Place::Credits},

@@ -40,6 +40,7 @@ void Bench::Do(Command command) {
         {Command::ZoomOut, [](Bench& bench) { bench.trace_.ZoomBy(-1); }},
         {Command::WholeTest, [](Bench& bench) { bench.trace_.ShowWhole(); }},
         {Command::Board, [](Bench& bench) { bench.Leave(); }},
+        {Command::Records, [](Bench& bench) { bench.OpenRecords(); }},
         {Command::SlowerSpeed, [](Bench& bench) { bench.ChangeSpeed(-1); }},
         {Command::FasterSpeed, [](Bench& bench) { bench.ChangeSpeed(1); }},
         {Command::CycleSpeed, [](Bench& bench) { bench.CycleSpeed(); }},
@@ -167,7 +168,7 @@ void Bench::Ship() {
     ResultsSummary summary = SumUp(shell_, deck);
     if (burn_in_) summary.burn_in = &*burn_in_;
     summary.open_miss = [this] { OpenMiss(); };
-    summary.copy_card = [this] { CopyCard(); };
+    summary.copy_card = [this] { CopyCard(editor_.Text()); };
     shell_.Push(std::make_unique<Results>(shell_, std::move(summary)));
 }
 

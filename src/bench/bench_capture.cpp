@@ -1,3 +1,4 @@
+#include "base/format.h"
 #include "bench/bench.h"
 #include "shell/shell.h"
 
@@ -68,6 +69,12 @@ bool Bench::CaptureRequest(std::string_view request) {
         Verify();
         EndVerify();
         while (BurnsIn()) AdvanceBurnIn();
+    } else if (request == "records") {
+        SetFirmware(WithOutputTwice(loaded_.reference_text));
+        ShowRecords(
+            {{"Best lines and ticks",
+              base::Format("%d lines, %u ticks", loaded_.reference.lines, loaded_.reference.ticks),
+              loaded_.reference_text}});
     } else {
         return false;
     }

@@ -2,6 +2,7 @@
 
 #include "base/format.h"
 #include "bench/bench.h"
+#include "bench/records.h"
 #include "content/share_card.h"
 #include "shell/shell.h"
 
@@ -80,13 +81,51 @@ bool Bench::TakesFile(std::string_view name, std::string_view text) {
     return true;
 }
 
-// The card of the verify that closed the ticket.
-void Bench::CopyCard() {
-    const kp::VerifyResult* verify = run_.LastVerify();
-    if (verify == nullptr || !verify->AllPassed()) return;
+// What the card claims is run before it is claimed.
+void Bench::CopyCard(const std::string& firmware) {
+    kp::Session session;
+    const kp::VerifyResult result = kp::Verify(
+        loaded_.ticket, loaded_.reference, kp::Assemble(firmware, loaded_.ticket.machine), session);
+    if (!result.AllPassed()) return shell_.SetStatus("It does not pass. " + result.message);
     shell_.SetClipboardText(
-        kp::WriteShareCard(loaded_.ticket, verify->lines, verify->ticks, editor_.Text()));
+        kp::WriteShareCard(loaded_.ticket, result.lines, result.ticks, firmware));
     shell_.SetStatus("Share card copied.");
+}
+
+// The firmware behind the records; what it comes to is found by running it.
+void Bench::OpenRecords() {
+    if (run_.State() == RunState::Running) RunOrPause();
+    kp::Session session;
+    std::vector<KeptRecord> records;
+    for (const auto& [score, name] :
+         {std::pair(Score::Lines, "Best lines"), std::pair(Score::Ticks, "Best ticks")}) {
+        auto firmware = shell_.LoadRecord(loaded_.ticket.id, score);
+        if (!firmware) continue;
+        if (!records.empty() && records.back().firmware == *firmware) {
+            records.back().name = "Best lines and ticks";
+            continue;
+        }
+        const kp::VerifyResult result =
+            kp::Verify(loaded_.ticket, loaded_.reference,
+                       kp::Assemble(*firmware, loaded_.ticket.machine), session);
+        records.push_back(
+            {name, base::Format("%d lines, %u ticks", result.lines, result.ticks), *firmware});
+    }
+    if (records.empty()) return shell_.SetStatus("No record of this ticket is kept yet.");
+    ShowRecords(std::move(records));
+}
+
+void Bench::ShowRecords(std::vector<KeptRecord> records) {
+    Records::Contents contents;
+    contents.records = std::move(records);
+    contents.slot_name = base::Format("slot %d", slot_);
+    contents.slot_text = editor_.Text();
+    contents.load = [this](const KeptRecord& record) {
+        OfferFirmware("RECORDS", record.name + ": " + record.comes_to + ".", record.firmware,
+                      false);
+    };
+    contents.copy_card = [this](const KeptRecord& record) { CopyCard(record.firmware); };
+    shell_.Push(std::make_unique<Records>(shell_, std::move(contents)));
 }
 
 }  // namespace Kest

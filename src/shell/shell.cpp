@@ -383,6 +383,10 @@ std::optional<std::string> Shell::LoadFirmware(std::string_view ticket_id, int s
     return Kest::LoadFirmware(parts_.disk, FirmwarePath(parts_.data_folder, ticket_id, slot));
 }
 
+std::optional<std::string> Shell::LoadRecord(std::string_view ticket_id, Score score) {
+    return Kest::LoadFirmware(parts_.disk, RecordPath(parts_.data_folder, ticket_id, score));
+}
+
 base::Status Shell::SaveFirmware(std::string_view ticket_id, int slot, std::string_view text) {
     const base::Status saved =
         Kest::SaveFirmware(parts_.disk, FirmwarePath(parts_.data_folder, ticket_id, slot), text);

@@ -11,6 +11,7 @@
 #include "bench/bench_run.h"
 #include "bench/card_panel.h"
 #include "bench/pane_stack.h"
+#include "bench/records.h"
 #include "bench/stream_panels.h"
 #include "bench/strip.h"
 #include "bench/trace_panel.h"
@@ -49,7 +50,7 @@ public:
     std::optional<MusicScene> Music() const override;
     base::Status SaveWork() override;
     // "empty", "errors", "completing", "finding", "selected", "running", "paused", "failed",
-    // "passed", "whole", "results".
+    // "passed", "whole", "results", "records".
     bool CaptureRequest(std::string_view request) override;
 
     const BenchRun& Run() const { return run_; }
@@ -116,7 +117,9 @@ private:
                        bool doubtful);
     void LoadInto(int slot, const std::string& firmware);
     bool TakesCard(std::string_view text);
-    void CopyCard();
+    void CopyCard(const std::string& firmware);
+    void OpenRecords();
+    void ShowRecords(std::vector<KeptRecord> records);
 
     // What is heard of it (bench_sounds.cpp).
     void SoundCommand(Command command);

@@ -36,6 +36,7 @@ enum class Command : std::uint8_t {
     ZoomOut,
     WholeTest,
     Board,
+    Records,
     SlowerSpeed,
     FasterSpeed,
     CycleSpeed,

@@ -14,6 +14,7 @@
 #include "save/achievements.h"
 #include "save/firmware_files.h"
 #include "save/progress.h"
+#include "save/records.h"
 #include "save/settings.h"
 #include "save/unlocking.h"
 #include "shell/caret_blink.h"
@@ -151,6 +152,8 @@ public:
     // What the last save of the progress said when it failed; else empty.
     const std::string& SaveFailure() const { return save_failure_; }
     std::optional<std::string> LoadFirmware(std::string_view ticket_id, int slot);
+    // The firmware that holds a ticket's record.
+    std::optional<std::string> LoadRecord(std::string_view ticket_id, Score score);
     // The failure is a sentence to show.
     base::Status SaveFirmware(std::string_view ticket_id, int slot, std::string_view text);
 
