@@ -48,7 +48,7 @@ Records::Records(Shell& shell, Contents contents)
 
 void Records::Fill() {
     std::vector<Paragraph> text;
-    text.push_back({.text = Shown().name + ": " + Shown().comes_to + "."});
+    text.push_back({.text = Shown().name + ": " + Shown().comes_to + ".", .role = Role::Dialog});
     const auto rows = base::DiffLines(contents_.slot_text, Shown().firmware);
     const bool same = std::ranges::all_of(
         rows, [](const base::DiffRow& row) { return row.of == base::DiffRow::Of::Both; });

@@ -28,7 +28,9 @@ constexpr std::string_view kHelp =
     "ticket asks for. Tab goes from panel to panel; Enter on an open ticket opens the bench. A "
     "ticket closes when one firmware passes all its tests. You may leave one ticket open behind "
     "you and go on; a ticket marked ■ opens when enough of those before it are closed. At par "
-    "means no more ticks and no more lines than the reference.";
+    "means no more ticks and no more lines than the reference; Par lines and Par ticks, that in "
+    "one of "
+    "them.";
 
 // What the table says of a ticket.
 struct StateRow {
@@ -40,6 +42,10 @@ StateRow RowOfState(TicketState state, bool optional) {
     switch (state) {
         case TicketState::AtPar:
             return {"At par", "√", Role::Ok};
+        case TicketState::AtParLines:
+            return {"Par lines", "√", Role::Panel};
+        case TicketState::AtParTicks:
+            return {"Par ticks", "√", Role::Panel};
         case TicketState::Closed:
             return {"Closed", "√", Role::Panel};
         case TicketState::Open:
@@ -164,11 +170,13 @@ ListRow Board::RowOf(const Entry& entry) const {
         lines = std::to_string(record.best_lines);
         ticks = std::to_string(record.best_ticks);
     }
+    const bool at_lines = state == TicketState::AtPar || state == TicketState::AtParLines;
+    const bool at_ticks = state == TicketState::AtPar || state == TicketState::AtParTicks;
     return {.cells = {{number},
                       {ticket.title},
                       {ticket.client},
-                      {lines},
-                      {ticks},
+                      {lines, at_lines ? std::optional(Role::Ok) : std::nullopt},
+                      {ticks, at_ticks ? std::optional(Role::Ok) : std::nullopt},
                       {std::string(shown.status), shown.role}},
             .kind = state == TicketState::Locked ? RowKind::Locked : RowKind::Plain,
             .mark = {std::string(shown.mark), Role::Ok}};

@@ -22,7 +22,7 @@ std::vector<zo::ui::Column> TableColumns(const BoardLayout& layout) {
             {.head = "Device", .cells = layout.device_cells - 1, .gap = 1},
             {.head = "Lines", .cells = 5, .align = Align::Right},
             {.head = "Ticks", .cells = 5, .align = Align::Right, .gap = 3},
-            {.head = "Status", .cells = 8}};
+            {.head = "Status", .cells = 9}};
 }
 
 std::string BenchTime(std::uint64_t seconds) {

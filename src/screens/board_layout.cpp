@@ -14,7 +14,7 @@ constexpr int kTableExtra = 3;  // frame and heads
 constexpr int kNarrowShifts = 31;
 constexpr int kLeastShiftText = 3;  // rows
 constexpr int kTotals = 3;          // rows
-constexpr int kFixedColumns = 31;   // the table's, without title and device
+constexpr int kFixedColumns = 32;   // the table's, without title and device
 constexpr int kTextBesideFrom = 100;
 constexpr int kFactsBesideText = 46;
 

@@ -54,9 +54,11 @@ std::string BestText(const Unlocking& unlocking, const kp::Ticket& ticket) {
 }
 
 std::string StatusText(TicketState state, bool optional) {
-    const std::string_view text = state == TicketState::AtPar    ? "Closed at par"
-                                  : state == TicketState::Closed ? "Closed"
-                                                                 : "Not closed";
+    const std::string_view text = state == TicketState::AtPar        ? "Closed at par"
+                                  : state == TicketState::AtParLines ? "Closed, par in lines"
+                                  : state == TicketState::AtParTicks ? "Closed, par in ticks"
+                                  : state == TicketState::Closed     ? "Closed"
+                                                                     : "Not closed";
     return std::string(text) + (optional ? ", optional" : "");
 }
 
@@ -131,9 +133,11 @@ TicketState StateOf(const Unlocking& unlocking, const kp::LoadedTicket& loaded) 
         return unlocking.IsTicketOpen(id) ? TicketState::Open : TicketState::Locked;
     }
     const TicketRecord& record = unlocking.progress.tickets.find(id)->second;
-    const bool at_par = record.best_ticks <= static_cast<int>(loaded.reference.ticks) &&
-                        record.best_lines <= loaded.reference.lines;
-    return at_par ? TicketState::AtPar : TicketState::Closed;
+    const bool ticks = record.best_ticks <= static_cast<int>(loaded.reference.ticks);
+    const bool lines = record.best_lines <= loaded.reference.lines;
+    if (ticks && lines) return TicketState::AtPar;
+    if (lines) return TicketState::AtParLines;
+    return ticks ? TicketState::AtParTicks : TicketState::Closed;
 }
 
 TicketCount CountTickets(const Shell& shell) {

@@ -11,8 +11,9 @@
 
 namespace Kest {
 
-// Par is no more ticks and no more lines than the reference, in the player's bests.
-enum class TicketState : std::uint8_t { Locked, Open, Closed, AtPar };
+// Par is no more ticks and no more lines than the reference, in the player's bests; it may be
+// reached in one of them alone.
+enum class TicketState : std::uint8_t { Locked, Open, Closed, AtParLines, AtParTicks, AtPar };
 TicketState StateOf(const Unlocking& unlocking, const kp::LoadedTicket& loaded);
 
 struct TicketCount {

@@ -157,6 +157,12 @@ void PlayScenes(std::string_view file) {
             } else if (step.key == "kept") {
                 CHECK(game->system.disk.files["data/settings.json"].find(words) !=
                       std::string::npos);
+            } else if (step.key == "scores") {
+                const std::string id(support::Cut(words, " "));
+                Kest::TicketRecord& record = game->shell.Progress().tickets[id];
+                record.closed = true;
+                record.best_lines = std::stoi(std::string(support::Cut(words, " ")));
+                record.best_ticks = std::stoi(std::string(words));
             } else if (step.key == "still") {
                 game->shell.OverrideSettings([](Settings& s) { s.motion = false; });
             } else if (step.key == "save") {
