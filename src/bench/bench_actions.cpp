@@ -145,10 +145,11 @@ void Bench::EndVerify() {
     SaveOrWarn();
     const bool passed = run_.LastVerify()->AllPassed();
     shell_.Sound().Play(passed ? Effect::Closed : Effect::NotClosed);
-    if (passed) Ship();
+    if (passed) Ship({});
 }
 
-void Bench::Ship() {
+// The history is a capture's; a player's is read.
+void Bench::Ship(std::vector<Scores> history) {
     const kp::VerifyResult& verify = *run_.LastVerify();
     const std::string& id = loaded_.ticket.id;
     const ClosedTicket closed =
@@ -166,6 +167,7 @@ void Bench::Ship() {
                           .columns = shape_.columns};
     BeginBurnIn();
     ResultsSummary summary = SumUp(shell_, deck);
+    if (summary.history.empty()) summary.history = std::move(history);
     if (burn_in_) summary.burn_in = &*burn_in_;
     summary.open_miss = [this] { OpenMiss(); };
     summary.copy_card = [this] { CopyCard(editor_.Text()); };

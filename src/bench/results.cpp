@@ -5,6 +5,7 @@
 #include "base/format.h"
 #include "base/wrap.h"
 #include "bench/bench_commands.h"
+#include "score_chart.h"
 #include "small_text.h"
 
 namespace Kest {
@@ -20,6 +21,10 @@ constexpr int kWidth = 60;
 constexpr int kWidthUnderReference = 70;  // for the longer remark behind a score
 constexpr int kRemarkRow = 9;
 constexpr int kLeastRemarks = 2;
+constexpr int kChartFrom = 36;  // rows of the screen
+constexpr int kMostChart = 10;
+constexpr std::size_t kLeastHistory = 2;  // verifies that are worth a chart
+constexpr int kBarRows = 4;  // of the screen's bars, and its shadow's and a blank one's
 // The table's rows come one after the other. Its columns: where the name starts, where the numbers
 // end, where the remark starts.
 constexpr int kScoreRows = 3;
@@ -79,7 +84,7 @@ std::string EarnedText(const std::vector<const Achievement*>& earned, int cells)
 
 }  // namespace
 
-ResultsSummary SumUp(const Shell& shell, const PassedDeck& deck) {
+ResultsSummary SumUp(Shell& shell, const PassedDeck& deck) {
     const kp::Ticket& ticket = deck.loaded.ticket;
     const TicketRecord& record = shell.Progress().tickets.find(ticket.id)->second;
     const Unlocking unlocking = shell.Unlocking();
@@ -103,6 +108,7 @@ ResultsSummary SumUp(const Shell& shell, const PassedDeck& deck) {
                         unlocking.RequiredCount(ticket.shift)));
     remark(OpenedTickets(shell, deck));
     remark(NewKeys(shell, deck));
+    summary.history = shell.LoadHistory(ticket.id);
     summary.next = unlocking.NextTicket(ticket.id);
     summary.offers_board = unlocking.Stage() >= 1;
     return summary;
@@ -163,11 +169,12 @@ bool Results::IsUnderReference() const {
 }
 
 void Results::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
+    const int chart = ChartRows(canvas.Rows());
     const int remark_row = kRemarkRow + (summary_.burn_in == nullptr ? 0 : 1);
     const int remarks = std::max(static_cast<int>(summary_.remarks.size()), kLeastRemarks);
     const int width = IsUnderReference() ? kWidthUnderReference : kWidth;
-    const Rect box =
-        zo::ui::OverlayRect(canvas.Columns(), canvas.Rows(), width, remark_row + remarks + 5);
+    const Rect box = zo::ui::OverlayRect(canvas.Columns(), canvas.Rows(), width,
+                                         remark_row + remarks + 5 + chart);
     zo::ui::DrawOverlay(canvas, box, "VERIFY");
     canvas.Text(box.x + kName, box.y + 2,
                 SmallText("%d of %d passed%s", summary_.passed, summary_.total,
@@ -179,8 +186,25 @@ void Results::Draw(Canvas& canvas, zo::ui::Pressables& pressables) {
         canvas.Text(box.x + kName, box.y + remark_row + static_cast<int>(i), remark.text,
                     remark.role);
     }
+    if (chart > 0) {
+        const Rect area = {box.x + kName, box.Bottom() - 4 - chart, box.width - 2 * kName,
+                           chart - 1};
+        DrawScoreChart(canvas, area, {summary_.history, Par()});
+    }
     canvas.Separator(box, box.Bottom() - 4, zo::ui::Lines::Double, Role::DialogFrame);
     buttons_.Draw(canvas, pressables, {box.x + 1, box.Bottom() - 3, box.width - 2, 1});
+}
+
+Scores Results::Par() const {
+    return {summary_.lines.reference, summary_.ticks.reference};
+}
+
+// Of the chart with a blank row under it; none where it has no room, or nothing to compare.
+int Results::ChartRows(int rows) const {
+    if (rows < kChartFrom || summary_.history.size() < kLeastHistory) return 0;
+    const int remarks = std::max(static_cast<int>(summary_.remarks.size()), kLeastRemarks);
+    const int left = rows - (kRemarkRow + 1 + remarks + 5) - kBarRows - kChartAround - 1;
+    return left < kLeastChart ? 0 : std::min(left, kMostChart) + kChartAround + 1;
 }
 
 void Results::DrawScores(Canvas& canvas, const Rect& box) const {

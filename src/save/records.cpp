@@ -13,6 +13,10 @@ json::Value OfKind(const json::Value& value, json::Kind kind) {
     return value.kind == kind ? value : json::Value(kind);
 }
 
+fs::path HistoryPath(const fs::path& data_folder) {
+    return data_folder / "history.json";
+}
+
 json::Value Entry(const Close& close) {
     json::Value entry(json::Kind::Object);
     json::Set(entry, "lines", json::Value(close.lines));
@@ -44,7 +48,7 @@ base::Status KeepRecords(base::Disk& disk, const fs::path& data_folder, const Cl
 }
 
 base::Status AddToHistory(base::Disk& disk, const fs::path& data_folder, const Close& close) {
-    const fs::path path = data_folder / "history.json";
+    const fs::path path = HistoryPath(data_folder);
     json::Value file = ReadObject(disk, path).value_or(json::Value(json::Kind::Object));
     if (!json::Has(file, "version")) json::Set(file, "version", json::Value(1));
     json::Value tickets = OfKind(json::Member(file, "tickets"), json::Kind::Object);
@@ -57,6 +61,20 @@ base::Status AddToHistory(base::Disk& disk, const fs::path& data_folder, const C
     json::Set(tickets, close.ticket_id, std::move(passes));
     json::Set(file, "tickets", std::move(tickets));
     return WriteObject(disk, path, file);
+}
+
+std::vector<Scores> LoadHistory(base::Disk& disk, const fs::path& data_folder,
+                                std::string_view ticket_id) {
+    const std::optional<json::Value> file = ReadObject(disk, HistoryPath(data_folder));
+    if (!file) return {};
+    const json::Value& passes = json::Member(json::Member(*file, "tickets"), ticket_id);
+    std::vector<Scores> history;
+    for (const json::Value& entry : passes.items) {
+        const Scores scores = {json::ToInt(json::Member(entry, "lines").number),
+                               json::ToInt(json::Member(entry, "ticks").number)};
+        if (scores.lines > 0 && scores.ticks > 0) history.push_back(scores);
+    }
+    return history;
 }
 
 }  // namespace Kest

@@ -387,6 +387,11 @@ std::optional<std::string> Shell::LoadRecord(std::string_view ticket_id, Score s
     return Kest::LoadFirmware(parts_.disk, RecordPath(parts_.data_folder, ticket_id, score));
 }
 
+std::vector<Scores> Shell::LoadHistory(std::string_view ticket_id) {
+    if (!KeepsProgress()) return {};
+    return Kest::LoadHistory(parts_.disk, parts_.data_folder, ticket_id);
+}
+
 base::Status Shell::SaveFirmware(std::string_view ticket_id, int slot, std::string_view text) {
     const base::Status saved =
         Kest::SaveFirmware(parts_.disk, FirmwarePath(parts_.data_folder, ticket_id, slot), text);

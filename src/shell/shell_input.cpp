@@ -79,6 +79,10 @@ void Shell::HandleKey(const KeyPress& key) {
         if (!key.repeat) ToggleFullScreen();
         return;
     }
+    if (key.Is(Key::F12)) {
+        if (!key.repeat) CopyPicture();
+        return;
+    }
     if (IsCloseKey(key)) {
         if (!key.repeat) Quit();
         return;
@@ -88,6 +92,12 @@ void Shell::HandleKey(const KeyPress& key) {
     const bool types = key.key == Key::Character && !key.with.control && !key.with.alt;
     const bool used = top->Key(key);
     drop_text_ = used && types;
+}
+
+// What is seen, to be put into a mail or a chat.
+void Shell::CopyPicture() {
+    SetClipboardText(zo::ui::TextDump(frame_));
+    SetStatus("Screen copied as text.");
 }
 
 // The letter that answered a dialog must not be typed into the editor beneath it.

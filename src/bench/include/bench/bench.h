@@ -16,6 +16,7 @@
 #include "bench/strip.h"
 #include "bench/trace_panel.h"
 #include "save/firmware_files.h"
+#include "save/records.h"
 #include "session/burn_in.h"
 #include "shell/screen.h"
 #include "ui/code_editor.h"
@@ -50,7 +51,7 @@ public:
     std::optional<MusicScene> Music() const override;
     base::Status SaveWork() override;
     // "empty", "errors", "completing", "finding", "selected", "running", "paused", "failed",
-    // "passed", "whole", "results", "records".
+    // "passed", "whole", "results", "history", "records".
     bool CaptureRequest(std::string_view request) override;
 
     const BenchRun& Run() const { return run_; }
@@ -84,7 +85,7 @@ private:
     void Reset();
     void Verify();
     void EndVerify();
-    void Ship();
+    void Ship(std::vector<Scores> history);
     void ToFailure();
     void ToggleBreakpoint(int line);
     void SetBreakpoints();

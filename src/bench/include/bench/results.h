@@ -32,6 +32,7 @@ struct ResultsSummary {
     std::vector<Remark> remarks;             // a line each
     const kp::LoadedTicket* next = nullptr;  // the next ticket that is open
     bool offers_board = false;
+    std::vector<Scores> history;          // with this verify at its end
     const kp::BurnIn* burn_in = nullptr;  // which may be under way; null without a seeded test
     std::function<void()> open_miss = {};
     std::function<void()> copy_card = {};
@@ -45,7 +46,7 @@ struct PassedDeck {
     int stage_before = 0;  // of the unlocking
     int columns = 80;      // of the bench, on which the new keys are named
 };
-ResultsSummary SumUp(const Shell& shell, const PassedDeck& deck);
+ResultsSummary SumUp(Shell& shell, const PassedDeck& deck);
 
 // The overlay that a closed ticket raises.
 class Results final : public Screen {
@@ -66,6 +67,8 @@ private:
     void DrawScore(zo::ui::Canvas& canvas, zo::ui::Point at, std::string_view name,
                    const ResultsSummary::Score& score) const;
     void DrawBurnIn(zo::ui::Canvas& canvas, zo::ui::Point at) const;
+    int ChartRows(int rows) const;
+    Scores Par() const;
     void SetButtons();
     bool HasMiss() const;
     bool IsUnderReference() const;

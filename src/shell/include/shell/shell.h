@@ -154,6 +154,8 @@ public:
     std::optional<std::string> LoadFirmware(std::string_view ticket_id, int slot);
     // The firmware that holds a ticket's record.
     std::optional<std::string> LoadRecord(std::string_view ticket_id, Score score);
+    // The ticket's passing verifies.
+    std::vector<Scores> LoadHistory(std::string_view ticket_id);
     // The failure is a sentence to show.
     base::Status SaveFirmware(std::string_view ticket_id, int slot, std::string_view text);
 
@@ -186,6 +188,7 @@ private:
     std::optional<double> NextScreenFrameAt() const;
     void HandleFocus(bool active);
     void HandleKey(const zo::ui::KeyPress& key);
+    void CopyPicture();
     void HandleText(const std::string& utf8);
     void HandleFile(const std::string& path);
     void HandlePointer(const zo::ui::PointerInput& pointer);
