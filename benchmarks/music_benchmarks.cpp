@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <memory>
 #include <string>
+#include <thread>
 
 #include "benchmarks.h"
 #include "hum/instruments.h"
@@ -94,9 +97,47 @@ Load Play(Kest::Song song, int seconds) {
     return {100 * sum / seconds, *slow * 1000};
 }
 
+// The engine with all its threads against a real clock, as a device with one block in hand asks it,
+// while another thread keeps a core busy.
+void Soak(Report& report) {
+    constexpr std::string_view kLate = "music: soak, blocks that came too late";
+    constexpr std::string_view kMissed = "music: soak, frames that the music missed";
+    if (std::getenv("KEST_LONG") == nullptr || !report.Wants(kLate)) return;
+    std::atomic<bool> over = false;
+    std::thread busy([&over] {
+        while (!over.load(std::memory_order_relaxed)) Keep(&over);
+    });
+    Kest::SoundEngine engine(1);
+    engine.SetChoices({.effects_volume = 1, .music_volume = 1, .line_volume = 1});
+    engine.SetScene(Kest::MusicScene::Running);
+    engine.Start(Kest::LoadSongs);
+    while (engine.PlayingTitle().empty()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    using Clock = std::chrono::steady_clock;
+    const auto period =
+        std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(kBlockSeconds));
+    std::array<std::int16_t, 2 * kBlock> samples;
+    double late = 0;
+    Clock::time_point due = Clock::now();
+    const auto blocks = static_cast<int>(kLongSeconds / kBlockSeconds);
+    for (int block = 0; block < blocks; ++block, due += period) {
+        std::this_thread::sleep_until(due);
+        if (block % kByteEvery == 0) {
+            engine.PlayByte(static_cast<std::uint8_t>(block), block % 2 == 0);
+        }
+        if (block % kKeyEvery == 0) engine.Play(Effect::Key, 'x');
+        engine.Fill(samples);
+        late += Clock::now() > due + 2 * period ? 1 : 0;
+    }
+    over = true;
+    busy.join();
+    report.Print(kLate, "blocks", {late});
+    report.Print(kMissed, "frames", {static_cast<double>(engine.MissedFrames())});
+}
+
 }  // namespace
 
 void RunMusic(Report& report) {
+    Soak(report);
     report.Sample("music: the kit's and the piano's tables", "ms", 9, [] {
         const double start = ProcessorSeconds();
         const hum::Instruments instruments = hum::MakeInstruments();

@@ -41,6 +41,7 @@ void Bench::Do(Command command) {
         {Command::WholeTest, [](Bench& bench) { bench.trace_.ShowWhole(); }},
         {Command::Board, [](Bench& bench) { bench.Leave(); }},
         {Command::Records, [](Bench& bench) { bench.OpenRecords(); }},
+        {Command::CompareRuns, [](Bench& bench) { bench.CompareRuns(); }},
         {Command::SlowerSpeed, [](Bench& bench) { bench.ChangeSpeed(-1); }},
         {Command::FasterSpeed, [](Bench& bench) { bench.ChangeSpeed(1); }},
         {Command::CycleSpeed, [](Bench& bench) { bench.CycleSpeed(); }},
@@ -291,6 +292,12 @@ void Bench::TurnTest(int by) {
     const auto count = static_cast<int>(run_.TestCount());
     const int test = std::clamp(static_cast<int>(run_.TestIndex()) + by, 0, count - 1);
     if (test != static_cast<int>(run_.TestIndex())) SelectTest(static_cast<std::size_t>(test));
+}
+
+void Bench::CompareRuns() {
+    run_.SetCompare(!run_.Compares());
+    shell_.SetStatus(run_.Compares() ? "TX and HOST OUT show the run before, dim."
+                                     : "The run before is not shown.");
 }
 
 void Bench::CycleSpeed() {

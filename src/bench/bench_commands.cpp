@@ -52,6 +52,7 @@ constexpr std::array kKeys = {
     BenchKey{Plain(Key::Up, kAlt), Command::ZoomIn, 2, "", Listed::Never, true},
     BenchKey{Plain(Key::Down, kAlt), Command::ZoomOut, 2, "", Listed::Never, true},
     BenchKey{Alt(U'r'), Command::Records, 1},
+    BenchKey{Alt(U'p'), Command::CompareRuns, 1},
     BenchKey{Alt(U't'), Command::ShowTicket},
     BenchKey{Alt(U'h'), Command::ShowHints},
     BenchKey{Alt(U's'), Command::ShowSpec},

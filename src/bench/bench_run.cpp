@@ -88,6 +88,7 @@ void BenchRun::SelectTest(std::size_t test) {
 
 void BenchRun::AddTest(std::string name, kp::Test test, kp::ExpectedOutput expected) {
     Forget();
+    before_ = {};
     extended_ = loaded_;
     extended_->ticket.tests.push_back(std::move(test));
     extended_->reference.outputs.push_back(std::move(expected));
@@ -127,12 +128,24 @@ bool BenchRun::EnsureSession() {
 
 // Puts card, trace and verdict back to the start of a test.
 void BenchRun::Forget() {
+    if (begun_) KeepRun();
     begun_ = looks_back_ = false;
     state_ = RunState::NotRunning;
     verify_.reset();
     card_ticks_.clear();
     verdict_text_.clear();
     explanation_.clear();
+}
+
+// For the next run to be compared with. One that has sent and delivered nothing is not worth it.
+void BenchRun::KeepRun() {
+    RunBefore run{test_, {}, {}};
+    for (const kp::TraceEvent& event : live_.Session().Trace()) {
+        const auto byte = static_cast<std::uint8_t>(event.value);
+        if (event.kind == kp::Happening::Transmitted) run.sent.push_back({event.tick, byte});
+        if (event.kind == kp::Happening::Delivered) run.delivered.push_back({event.tick, byte});
+    }
+    if (!run.sent.empty() || !run.delivered.empty()) before_ = std::move(run);
 }
 
 bool BenchRun::Run() {
@@ -369,6 +382,10 @@ TraceData BenchRun::Trace() const {
     trace.to_transmit = reference_.transmitted;
     trace.to_deliver = reference_.delivered;
     trace.card = card_ticks_;
+    if (compares_ && before_.test == test_) {
+        trace.sent_before = before_.sent;
+        trace.delivered_before = before_.delivered;
+    }
     if (!begun_) return trace;
     trace.events = live_.Session().Trace();
     trace.windows = live_.Session().Windows();

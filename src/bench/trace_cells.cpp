@@ -107,6 +107,8 @@ void TraceCells::DrawLane(const TraceDrawing& drawing, Lane lane, std::span<Trac
     }
     DrawMarks(drawing.view.Scale(), row);
     if (lane == Lane::Rx) drawing.DrawLooseNotes(row);
+    if (lane == Lane::Tx) DrawBefore(drawing, drawing.data.sent_before, row);
+    if (lane == Lane::HostOut) DrawBefore(drawing, drawing.data.delivered_before, row);
 }
 
 void TraceCells::CollectSpec(const TraceDrawing& drawing, std::span<const SpecByte> bytes) {
@@ -114,6 +116,28 @@ void TraceCells::CollectSpec(const TraceDrawing& drawing, std::span<const SpecBy
         if (const auto column = drawing.ColumnOf(byte.tick)) {
             marks_.push_back({*column, 0, byte.byte, Role::LaneSpec, Style::Plain});
         }
+    }
+}
+
+// Behind what stands in the lane: only in cells that are blank, and with one between.
+void TraceCells::DrawBefore(const TraceDrawing& drawing, std::span<const SpecByte> bytes,
+                            std::span<TraceCell> row) {
+    const TraceCell like{U' ', Role::Lane, Style::Plain};
+    int free_from = 0;  // behind the byte before
+    for (std::size_t k = 0; k < bytes.size(); ++k) {
+        const std::optional<int> column = drawing.ColumnOf(bytes[k].tick);
+        if (!column || *column < free_from) continue;
+        std::int64_t end = *column + kRoomForCharacter;
+        if (k + 1 < bytes.size()) end = std::min(end, drawing.view.Column(bytes[k + 1].tick));
+        int room = 0;
+        while (*column + room < std::min<std::int64_t>(end, width_) &&
+               row[static_cast<std::size_t>(*column + room)].glyph == U' ') {
+            ++room;
+        }
+        if (room == 0) continue;
+        if (drawing.view.Scale().ticks > 1) room = 1;
+        WriteByte(row.subspan(static_cast<std::size_t>(*column)), room, bytes[k].byte, like);
+        free_from = *column + 1;
     }
 }
 

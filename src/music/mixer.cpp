@@ -61,6 +61,8 @@ void Mixer::MixChunk(std::span<Frame> frames) {
     const bool heard =
         (music > 0 || music_gain_.Value() > 0) && (focus > 0 || focus_gain_.Value() > 0);
     const std::size_t played = heard ? input_.music.Read(frames) : 0;
+    has_music_ |= played > 0;
+    if (heard && has_music_) missed_.fetch_add(frames.size() - played, std::memory_order_relaxed);
     std::fill(frames.begin() + static_cast<std::ptrdiff_t>(played), frames.end(), Frame{});
     for (Frame& frame : frames) {
         frame = frame * (music_gain_.Next(music) * ducker_.Next());

@@ -99,6 +99,7 @@ private:
     void Show(Panel panel);
     void SelectTest(std::size_t test);
     void TurnTest(int by);
+    void CompareRuns();
     void CycleSpeed();
     void ChangeSpeed(int by);
     void SetSpeed(int speed);

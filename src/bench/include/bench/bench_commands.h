@@ -37,6 +37,7 @@ enum class Command : std::uint8_t {
     WholeTest,
     Board,
     Records,
+    CompareRuns,
     SlowerSpeed,
     FasterSpeed,
     CycleSpeed,

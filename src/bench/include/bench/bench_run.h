@@ -68,6 +68,9 @@ public:
     void SetBreakpoints(std::vector<int> lines) { breakpoints_ = std::move(lines); }
     // Whether a verify sets its marks one after the other for the eye.
     void SetMotion(bool motion) { motion_ = motion; }
+    // Whether the trace holds what the run of this test before sent and delivered.
+    void SetCompare(bool compare) { compares_ = compare; }
+    bool Compares() const { return compares_; }
     void SetSpeed(int index) { speed_ = index; }
     int Speed() const { return speed_; }
 
@@ -124,6 +127,7 @@ private:
     bool Refuse(std::string why);
     bool EnsureSession();
     void Forget();
+    void KeepRun();
     void RunTick();
     bool AtBreakpoint() const;
     kp::Tick InstructionBefore(kp::Tick tick) const;
@@ -145,8 +149,17 @@ private:
     kp::Processor idle_card_;
     kp::Assembly assembly_;
     kp::Program program_;
+    // What the run that was forgotten last sent and delivered.
+    struct RunBefore {
+        std::size_t test = 0;
+        std::vector<SpecByte> sent;
+        std::vector<SpecByte> delivered;
+    };
+
     Moment live_;
     Moment past_;
+    RunBefore before_;
+    bool compares_ = false;
     bool looks_back_ = false;
     kp::Session scratch_;  // for whatever must not disturb the run that is shown
     ReferenceRun reference_;

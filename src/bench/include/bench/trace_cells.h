@@ -54,6 +54,9 @@ struct TraceData {
     std::span<const SpecByte> to_deliver;
     std::optional<kp::Tick> failed = std::nullopt;
     std::optional<kp::Tick> cursor = std::nullopt;
+    // What the run before sent and delivered, for the player to compare.
+    std::span<const SpecByte> sent_before = {};
+    std::span<const SpecByte> delivered_before = {};
 };
 
 struct TraceView {
@@ -98,6 +101,8 @@ private:
     std::span<TraceCell> MutableRow(int row);
     void DrawLane(const TraceDrawing& drawing, Lane lane, std::span<TraceCell> row);
     void DrawMarks(const Zoom& zoom, std::span<TraceCell> row);
+    void DrawBefore(const TraceDrawing& drawing, std::span<const SpecByte> bytes,
+                    std::span<TraceCell> row);
     int RoomFor(std::size_t index, int column, const Zoom& zoom,
                 std::span<const TraceCell> row) const;
     static void Merge(const Mark& mark, TraceCell& cell);

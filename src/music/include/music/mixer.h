@@ -64,6 +64,8 @@ public:
     // Nothing sounded in the last frames, and nothing will until something changes. May be asked on
     // any thread.
     bool Silent() const { return silent_.load(); }
+    // Frames that the music owed since its first one and did not have. May be asked on any thread.
+    std::uint64_t MissedFrames() const { return missed_.load(std::memory_order_relaxed); }
 
 private:
     struct Voice {
@@ -90,6 +92,8 @@ private:
     Ramp line_gain_{1.0F / 2400};
     Ramp focus_gain_{1.0F / 5760, 1};
     std::atomic<bool> silent_ = false;
+    std::atomic<std::uint64_t> missed_ = 0;
+    bool has_music_ = false;  // its first frame has come
     std::uint64_t now_ = 1;
     WhiteNoise variation_{1};
     WhiteNoise dither_{2};

@@ -53,6 +53,7 @@ public:
     }
     void PlaySong(std::string_view key) override;
     std::string_view PlayingTitle() const override;
+    std::uint64_t MissedFrames() const { return mixer_.MissedFrames(); }
 
     void Fill(std::span<std::int16_t> samples) override;
     bool Silent() const override;
