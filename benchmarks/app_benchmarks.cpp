@@ -94,6 +94,10 @@ public:
     base::Status WritePicture(const zo::ui::Frame&, PixelSize, const fs::path&) override {
         return {};
     }
+    base::Status WriteAnimation(std::span<const zo::ui::Frame>, int, PixelSize,
+                                const fs::path&) override {
+        return {};
+    }
 
 private:
     Life& life_;

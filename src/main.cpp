@@ -6,6 +6,7 @@
 
 #include "app/application.h"
 #include "base/version.h"
+#include "gpu/animation.h"
 #include "gpu/fonts.h"
 #include "gpu/picture.h"
 #include "gpu/renderer.h"
@@ -51,6 +52,11 @@ public:
     base::Status WritePicture(const zo::ui::Frame& frame, zo::ui::PixelSize size,
                               const std::filesystem::path& path) override {
         return zo::gpu::WritePicture(frame, size, disk_, path);
+    }
+    base::Status WriteAnimation(std::span<const zo::ui::Frame> frames, int hundredths,
+                                zo::ui::PixelSize size,
+                                const std::filesystem::path& path) override {
+        return zo::gpu::WriteAnimation(frames, hundredths, size, disk_, path);
     }
 
 private:

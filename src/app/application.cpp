@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "animation.h"
 #include "automation.h"
 #include "base/disk.h"
 #include "base/version.h"
@@ -150,6 +151,7 @@ int RunAutomatic(const LaunchOptions& options, const kp::Content& content,
                  zo::platform::System& system) {
     int code = 0;
     if (options.smoke) code = RunSmoke(content, system, PrintSmokeLine);
+    if (!options.gif.empty()) code = std::max(code, RunAnimation(options, content, system));
     if (!options.capture.empty()) code = std::max(code, RunCapture(options, content, system));
     return code;
 }

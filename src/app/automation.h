@@ -12,7 +12,8 @@ inline constexpr double kFrameSeconds = 1.0 / 60;
 // same on every machine.
 class VirtualClock final : public zo::platform::Clock {
 public:
-    void NextFrame() { seconds_ += kFrameSeconds; }
+    void NextFrame() { Pass(kFrameSeconds); }
+    void Pass(double seconds) { seconds_ += seconds; }
     double Seconds() override { return seconds_; }
     std::uint64_t CalendarSeconds() override { return 0; }
 

@@ -13,6 +13,9 @@ namespace Kest {
 struct LaunchOptions {
     std::string capture;  // the picture to write; with one the run is automatic
     std::string scene;    // what the picture shows
+    std::string gif;      // the animation to write, of a run of the firmware on a test
+    std::string firmware;
+    int test = 1;
     zo::ui::PixelSize size = {1440, 900};
     bool smoke = false;
     bool windowed = false;
@@ -30,7 +33,7 @@ struct LaunchOptions {
     bool help = false;
     bool version = false;
 
-    bool IsAutomatic() const { return smoke || !capture.empty(); }
+    bool IsAutomatic() const { return smoke || !capture.empty() || !gif.empty(); }
 };
 
 // Each argument is compared whole; unknown ones are ignored. An option that stands last without its

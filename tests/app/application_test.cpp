@@ -167,3 +167,32 @@ TEST_CASE("a second copy says so in one sentence, leaves, and writes nothing") {
           "╚════════════════════════════════════════════╝\n");
     CHECK(system.disk.files.empty());
 }
+
+TEST_CASE("a run is written as an animation, from the firmware named or the player's own") {
+    fake::System system;
+    system.disk.files["mine.lc1"] = "loop: rx a\n tx a\n jmp loop\n";
+    CHECK(Run(system, {"--gif", "out.gif", "--scene", "1-02", "--firmware", "mine.lc1"}) == 0);
+    const auto& frames = system.animations.at("out.gif");
+    REQUIRE(frames.size() > 10);
+    CHECK(fake::Text(frames.front()).find("Running") == std::string::npos);
+    CHECK(fake::Text(frames[5]).find("Running Test 1 of ") != std::string::npos);
+    CHECK(fake::Text(frames.back()).find("PASS. Last output at tick") != std::string::npos);
+
+    system.disk.files["data/firmware/1-02-loopback.lc1"] = "tx 1\nhalt\n";
+    CHECK(Run(system, {"--gif", "own.gif", "--scene", "1-02-loopback", "--test", "2"}) == 0);
+    CHECK(fake::Text(system.animations.at("own.gif").back()).find("Test 2 of ") !=
+          std::string::npos);
+
+    system.disk.files["bad.lc1"] = "hlat\n";
+    const std::vector<std::string_view> refused[] = {
+        {"--gif", "no.gif"},
+        {"--gif", "no.gif", "--scene", "9-99"},
+        {"--gif", "no.gif", "--scene", "1-03"},
+        {"--gif", "no.gif", "--scene", "1-02", "--test", "0"},
+        {"--gif", "no.gif", "--scene", "1-02", "--test", "99"},
+        {"--gif", "no.gif", "--scene", "1-02", "--firmware", "none.lc1"},
+        {"--gif", "no.gif", "--scene", "1-02", "--firmware", "bad.lc1"},
+    };
+    for (const auto& arguments : refused) CHECK(Run(system, arguments) == 1);
+    CHECK_FALSE(system.animations.contains("no.gif"));
+}

@@ -94,6 +94,7 @@ public:
     bool nine_wide_face = true;
     std::map<std::string, std::string> environment;
     std::map<fs::path, Picture> pictures;
+    std::map<fs::path, std::vector<zo::ui::Frame>> animations;
 
     base::Result<std::unique_ptr<zo::platform::Window>> OpenWindow(
         const zo::platform::WindowOptions& options) override {
@@ -119,6 +120,11 @@ public:
     base::Status WritePicture(const zo::ui::Frame& frame, zo::ui::PixelSize size,
                               const fs::path& path) override {
         pictures[path] = {frame, size};
+        return {};
+    }
+    base::Status WriteAnimation(std::span<const zo::ui::Frame> frames, int, zo::ui::PixelSize,
+                                const fs::path& path) override {
+        animations[path].assign(frames.begin(), frames.end());
         return {};
     }
 };

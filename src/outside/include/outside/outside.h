@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -80,6 +81,9 @@ public:
     // Writes the frame as a PNG of exactly this many pixels.
     virtual base::Status WritePicture(const ui::Frame& frame, ui::PixelSize size,
                                       const std::filesystem::path& path) = 0;
+    // Writes the frames as an animation of so many pixels, each for so many hundredths of a second.
+    virtual base::Status WriteAnimation(std::span<const ui::Frame> frames, int hundredths,
+                                        ui::PixelSize size, const std::filesystem::path& path) = 0;
 };
 
 // Pixels as 0x00RRGGBB, row by row.
