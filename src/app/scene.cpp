@@ -27,7 +27,7 @@ constexpr SceneWord kSceneWords[] = {
     {"board", Place::Board, "", "locked shifts ticket intro help"},
     {"bench", Place::Bench, "",
      "empty errors completing finding selected running paused failed passed whole results "
-     "records history"},
+     "records history compare"},
     {"overlay-pause", Place::Pause},
     {"overlay-options", Place::Options},
     {"overlay-credits", Place::Credits},

@@ -66,6 +66,12 @@ bool Bench::CaptureRequest(std::string_view request) {
         RunToEnd();
         trace_.Measure(run_);
         trace_.ShowWhole();
+    } else if (request == "compare") {
+        SetFirmware(WithOutputTwice(loaded_.reference_text));
+        RunToEnd();
+        run_.SetCompare(true);
+        SetFirmware(loaded_.reference_text);
+        RunHalfWay();
     } else if (request == "failed") {
         SetFirmware(WithOutputTwice(loaded_.reference_text));
         run_.BeginVerify();

@@ -119,7 +119,8 @@ void TraceCells::CollectSpec(const TraceDrawing& drawing, std::span<const SpecBy
     }
 }
 
-// Behind what stands in the lane: only in cells that are blank, and with one between.
+// Behind what stands in the lane: only in blank cells, as a point where it would touch other
+// digits.
 void TraceCells::DrawBefore(const TraceDrawing& drawing, std::span<const SpecByte> bytes,
                             std::span<TraceCell> row) {
     const TraceCell like{U' ', Role::Lane, Style::Plain};
@@ -135,7 +136,9 @@ void TraceCells::DrawBefore(const TraceDrawing& drawing, std::span<const SpecByt
             ++room;
         }
         if (room == 0) continue;
-        if (drawing.view.Scale().ticks > 1) room = 1;
+        const bool touches =
+            *column > 0 && row[static_cast<std::size_t>(*column - 1)].glyph != U' ';
+        if (touches || drawing.view.Scale().ticks > 1) room = 1;
         WriteByte(row.subspan(static_cast<std::size_t>(*column)), room, bytes[k].byte, like);
         free_from = *column + 1;
     }

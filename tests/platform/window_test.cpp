@@ -118,6 +118,18 @@ TEST_CASE("the wheel turned sideways is the wheel with Shift") {
     }
 }
 
+TEST_CASE("a file dropped on the window arrives by its name") {
+    Script script;
+    const auto window = OpenWindow(script);
+    SDL_Event event = {};
+    event.type = SDL_DROPFILE;
+    event.drop.file = SDL_strdup("/there/m\u00e4dchen.lc1");
+    SDL_PushEvent(&event);
+    const auto input = window->NextEvent(1);
+    REQUIRE((input && std::holds_alternative<zo::ui::FileDropped>(*input)));
+    CHECK(std::get<zo::ui::FileDropped>(*input).path == "/there/m\u00e4dchen.lc1");
+}
+
 TEST_CASE("a window shows, waits no longer than asked, and closes when told to") {
     Script script;
     const auto window = OpenWindow(script);

@@ -51,7 +51,7 @@ public:
     std::optional<MusicScene> Music() const override;
     base::Status SaveWork() override;
     // "empty", "errors", "completing", "finding", "selected", "running", "paused", "failed",
-    // "passed", "whole", "results", "history", "records".
+    // "passed", "whole", "compare", "results", "history", "records".
     bool CaptureRequest(std::string_view request) override;
 
     const BenchRun& Run() const { return run_; }
