@@ -163,7 +163,7 @@ std::string WriteShareCard(const Ticket& ticket, int lines, std::uint32_t ticks,
 }
 
 std::optional<ShareCard> ReadShareCard(std::string_view text) {
-    if (text.size() > kMostBytes) return std::nullopt;
+    if (text.size() < kHead.size() || text.size() > kMostBytes) return std::nullopt;
     const std::string rows = Unquoted(Plain(text));
     const std::string flat = Flat(rows);
     const std::size_t head = flat.find(kHead);

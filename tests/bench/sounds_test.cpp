@@ -65,6 +65,15 @@ TEST_CASE("music goes with what the bench does") {
     support::Game game(160, 50, 3);
     game.Visit("1-01-echo");
     CHECK(game.sounds.scene == Kest::MusicScene::Editing);
-    game.Press("rx a<F5>");
+    game.Press("rx a<Enter>tx a<F5>");
     CHECK(game.sounds.scene == Kest::MusicScene::Running);
+    game.Press("<F8>");
+    game.Wait(2);
+    game.Wait(1);
+    REQUIRE(game.TopName() == "results");
+    CHECK(game.sounds.scene == Kest::MusicScene::Results);
+    game.Press("<Esc>");
+    game.Draw();
+    game.Wait(0);
+    CHECK(game.sounds.scene == Kest::MusicScene::Editing);
 }

@@ -22,6 +22,8 @@
 //     status Tick 4.            what the status line begins with; or the row, behind a bar
 //     keybar
 //     heard 3 21                the effects since the step before it that asked
+//     mood reading              what the music goes with: title, board, editing, running, reading,
+//                               results
 //     listen                    the game begins to say what happens
 //     said Menu                 what it has said since the step before it that asked
 //     top bench                 the topmost screen
@@ -100,6 +102,11 @@ inline bool Play(Game& game, const support::Step& step) {
         return true;
     } else if (step.key == "heard") {
         CHECK(std::exchange(game.sounds.heard, {}) == value);
+    } else if (step.key == "mood") {
+        constexpr std::string_view kMoods[] = {"title",   "board",   "editing",
+                                               "running", "reading", "results"};
+        game.shell.Advance();
+        CHECK(kMoods[static_cast<std::size_t>(game.sounds.scene)] == value);
     } else if (step.key == "listen") {
         game.Listen();
     } else if (step.key == "said") {

@@ -29,6 +29,7 @@ public:
     Records(Shell& shell, Contents contents);
 
     std::string_view Name() const override { return "records"; }
+    std::optional<MusicScene> Music() const override { return MusicScene::Reading; }
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
     void DescribeFrame(FrameRecord& record) const override;
     bool Key(const zo::ui::KeyPress& key) override;

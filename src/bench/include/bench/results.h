@@ -54,6 +54,7 @@ public:
     Results(Shell& shell, ResultsSummary summary);
 
     std::string_view Name() const override { return "results"; }
+    std::optional<MusicScene> Music() const override { return MusicScene::Results; }
     void Entered() override;
     void Update(double now) override;
     std::optional<double> NextFrameAt() const override;

@@ -15,6 +15,7 @@ public:
     Options(Shell& shell, std::string_view row);
 
     std::string_view Name() const override { return "options"; }
+    std::optional<MusicScene> Music() const override { return MusicScene::Reading; }
     void Entered() override;
     void Update(double now) override;
     std::optional<double> NextFrameAt() const override { return tone_at_; }

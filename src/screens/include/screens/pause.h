@@ -10,6 +10,7 @@ public:
     using Screen::Screen;
 
     std::string_view Name() const override { return "pause"; }
+    std::optional<MusicScene> Music() const override { return MusicScene::Reading; }
     void Entered() override;
     void Uncovered() override;
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;

@@ -23,6 +23,7 @@ public:
     Reader(Shell& shell, std::shared_ptr<PageTrail> trail, std::string_view page);
 
     std::string_view Name() const override { return "reader"; }
+    std::optional<MusicScene> Music() const override { return MusicScene::Reading; }
     void Entered() override;
     void Left() override;
     void Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) override;
