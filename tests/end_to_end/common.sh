@@ -46,9 +46,10 @@ wait_for() {
     done
 }
 
+# A server that starts over when its last client leaves refuses the one that comes meanwhile: never reset.
 start_server() {
     [ "${#run[@]}" -eq 0 ] || return 0
-    Xvfb -displayfd 3 -screen 0 1440x900x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
+    Xvfb -noreset -displayfd 3 -screen 0 1440x900x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
     server_pid=$!
     wait_for 20 "the X server" test -s "$work/display"
     export DISPLAY=:$(cat "$work/display")
