@@ -68,6 +68,18 @@ std::uint32_t Crc32(std::string_view bytes) {
     return ~crc;
 }
 
+// Where a card begins, with any blanks between the words of its head.
+std::size_t FindHead(std::string_view rows) {
+    constexpr std::string_view kFirst = kHead.substr(0, kHead.find(' '));
+    constexpr std::size_t kMostBlanks = 64;
+    std::size_t at = rows.find(kFirst);
+    while (at != rows.npos &&
+           !Flat(rows.substr(at, kHead.size() + kMostBlanks)).starts_with(kHead)) {
+        at = rows.find(kFirst, at + 1);
+    }
+    return at;
+}
+
 // What stands behind a word up to the next blank; empty without the word.
 std::string_view WordAfter(std::string_view flat, std::string_view word) {
     const std::size_t found = flat.find(word);
@@ -164,20 +176,21 @@ std::string WriteShareCard(const Ticket& ticket, int lines, std::uint32_t ticks,
 
 std::optional<ShareCard> ReadShareCard(std::string_view text) {
     if (text.size() < kHead.size() || text.size() > kMostBytes) return std::nullopt;
-    const std::string rows = Unquoted(Plain(text));
+    std::string rows = Unquoted(Plain(text));
+    const std::size_t head = FindHead(rows);
+    if (head == rows.npos) return std::nullopt;
+    rows.erase(0, head);
     const std::string flat = Flat(rows);
-    const std::size_t head = flat.find(kHead);
-    if (head == flat.npos) return std::nullopt;
-    const std::string_view claims = std::string_view(flat).substr(head + kHead.size());
+    const std::string_view claims = std::string_view(flat).substr(kHead.size());
     std::string_view ticket = WordAfter(claims, "Ticket: ");
     if (ticket.ends_with(',')) ticket.remove_suffix(1);
     const auto lines = NumberAfter(claims, "Lines: ", 10);
     const auto ticks = NumberAfter(claims, "Ticks: ", 10);
     const auto check = NumberAfter(claims, "Check: ", 16);
     const std::size_t first = rows.find(kRow, rows.find("Check:"));
-    const std::size_t end = rows.find(kEnd);
+    const std::size_t end = rows.find(kEnd, first);
     const bool complete = !ticket.empty() && lines && ticks && check;
-    if (!complete || end == rows.npos || first > end) return std::nullopt;
+    if (!complete || end == rows.npos) return std::nullopt;
     return ShareCard{.ticket = std::string(ticket),
                      .lines = static_cast<int>(*lines),
                      .ticks = *ticks,

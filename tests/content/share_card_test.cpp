@@ -68,7 +68,9 @@ const Damage kDamages[] = {
     {"quoted twice", [](const std::string& text) { return ">> " + Replaced(text, "\n", "\n>> "); }},
     {"wrapped", [](const std::string& text) { return Wrapped(text, 24); }},
     {"inside other text",
-     [](const std::string& text) { return "look | what\n```\n" + text + "```\n-- \nme | you\n"; }},
+     [](const std::string& text) {
+         return "Vantor, look |= what\nCheck: | it\n```\n" + text + "```\n-- \nme | you\n";
+     }},
     {"quotation marks of a book",
      [](const std::string& text) { return Replaced(text, "'", "\u2019"); }},
 };
