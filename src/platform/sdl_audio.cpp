@@ -19,7 +19,10 @@ constexpr Uint8 kChannels = 2;
 class SdlAudio final : public AudioOutput {
 public:
     explicit SdlAudio(AudioSource& source) : source_(source) {
-        keeper_ = std::thread([this] { Keep(); });
+        keeper_ = std::thread([this] {
+            Keep();
+            SDL_TLSCleanup();  // what SDL keeps of a thread that is not its own
+        });
     }
 
     ~SdlAudio() override {

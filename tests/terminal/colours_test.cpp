@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <random>
+
 #include "glyphs.h"
 #include "support/contrast.h"
 #include "surroundings.h"
@@ -26,9 +28,9 @@ Rgb PaletteColour(Colour index) {
 }  // namespace
 
 TEST_CASE("a colour becomes the nearest that the palette has") {
-    int seed = 1;
+    std::minstd_rand random;
     for (int k = 0; k < 2000; ++k) {
-        seed = seed * 48271 % 2147483647;
+        const auto seed = random();
         const Rgb wanted = {static_cast<std::uint8_t>(seed), static_cast<std::uint8_t>(seed >> 8),
                             static_cast<std::uint8_t>(seed >> 16)};
         const auto distance = [&](Colour index) {
