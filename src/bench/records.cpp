@@ -13,6 +13,8 @@ using zo::ui::Paragraph;
 using zo::ui::Role;
 
 constexpr int kWidth = 72;
+constexpr int kRowsAbove = 2;  // of a change that is shown
+constexpr zo::ui::KeyPress kNextChange = {.key = zo::ui::Key::Character, .character = U'n'};
 
 Paragraph RowOf(const base::DiffRow& row) {
     const bool both = row.of == base::DiffRow::Of::Both;
@@ -57,7 +59,16 @@ void Records::Fill() {
                       : "+ stands in the record alone, - in " + contents_.slot_name + " alone.",
          .role = Role::DialogDim});
     text.push_back({});
-    for (const base::DiffRow& row : rows) text.push_back(RowOf(row));
+    changes_.clear();
+    change_ = 0;
+    bool before = false;
+    for (const base::DiffRow& row : rows) {
+        const bool differs = row.of != base::DiffRow::Of::Both;
+        // Each paragraph takes one row: they are short, or do not wrap.
+        if (differs && !before) changes_.push_back(static_cast<int>(text.size()));
+        before = differs;
+        text.push_back(RowOf(row));
+    }
     dialog_.text.Set(std::move(text));
 }
 
@@ -65,6 +76,14 @@ void Records::ShowOther() {
     shown_ = (shown_ + 1) % contents_.records.size();
     Fill();
     shell_.RequestRedraw();
+}
+
+bool Records::ShowNextChange() {
+    if (changes_.empty()) return false;
+    dialog_.text.View().To(changes_[change_] - kRowsAbove);
+    change_ = (change_ + 1) % changes_.size();
+    shell_.RequestRedraw();
+    return true;
 }
 
 void Records::Draw(zo::ui::Canvas& canvas, zo::ui::Pressables& pressables) {
@@ -77,6 +96,7 @@ void Records::DescribeFrame(FrameRecord& record) const {
     record.keys.push_back({{}, "↑↓", "Scroll"});
     record.keys.push_back({{}, "←→", "Choose"});
     record.keys.push_back({{.key = zo::ui::Key::Enter}, "", "Press"});
+    if (!changes_.empty()) record.keys.push_back({kNextChange, "", "Next change"});
     record.keys.push_back({{.key = zo::ui::Key::Escape}, "", "Close"});
 }
 
@@ -85,6 +105,7 @@ bool Records::Key(const zo::ui::KeyPress& key) {
         shell_.CloseOverlay();
         return true;
     }
+    if (key.Is(kNextChange.key) && key.character == kNextChange.character) return ShowNextChange();
     return dialog_.Key(key);
 }
 

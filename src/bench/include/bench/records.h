@@ -39,9 +39,12 @@ private:
     const KeptRecord& Shown() const { return contents_.records[shown_]; }
     void Fill();
     void ShowOther();
+    bool ShowNextChange();
 
     Contents contents_;
     std::size_t shown_ = 0;
+    std::vector<int> changes_;  // the rows of the text at which lines differ, a run of them once
+    std::size_t change_ = 0;    // the one that is shown next
     zo::ui::Dialog dialog_;
 };
 
